@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QByteArray>
+#include <QImage>
+#include <QString>
+
+class Banco;
+
+/**
+ * The recipes' pictures: files "F" + seven digits + ".img" in the folder "Fotos", byte-for-byte copies of what
+ * the user chose. Folder creation, copy and removal ignore every error on purpose: a row may name a file that
+ * is missing, and whoever reads it takes that as no picture.
+ */
+class Figuras
+{
+public:
+    explicit Figuras(const Banco &banco) : m_banco(banco) {}
+
+    /// Native path of a picture named in the database; the name's letter case does not matter. A name that is
+    /// no plain file name (separators, "..") gives an empty path.
+    QString Caminho(const QString &figura) const;
+
+    /// Value of `Figura` for the recipe, "" when NULL or when the query fails.
+    QString PegarNomeArquivo(qint64 lngReceita) const;
+
+    /// Deletes the recipe's picture file, if its row names one; a missing file is no failure. Throws ErroBanco
+    /// when the row cannot be read.
+    void ApagarFigura(qint64 lngReceita) const;
+
+    /// Makes "Fotos" and copies `origem` (native path) over the recipe's picture file. Errors are ignored, but
+    /// an earlier file is replaced only by a complete copy.
+    void CopiarFigura(const QString &origem, qint64 lngReceita) const;
+
+    /// Makes "Fotos" and writes the bytes as the recipe's picture file, whatever they hold. Errors are ignored.
+    void GravarFigura(const QByteArray &bytes, qint64 lngReceita) const;
+
+private:
+    const Banco &m_banco;
+};
+
+/**
+ * Loads a picture by its content: BMP, JPEG, GIF (first frame) or PNG, EXIF rotation applied.
+ *
+ * @param caminho native path; a missing, unreadable or damaged file, another format, or a picture that would
+ *                unfold beyond Qt's allocation limit gives a null image
+ */
+QImage CarregarImagem(const QString &caminho);

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+
+#include <memory>
+#include <vector>
+
+/**
+ * The rows of a query: fully fetched, detached from the database, read-only, walked from first to last.
+ *
+ * A plain value; copies share their rows. All values lie in one arena, so that a quarter of a million rows
+ * cost a few allocations. Values come out as QVariant: NULL is an invalid variant, whole numbers qint64,
+ * other numbers double, text QString. Column names match without regard to case.
+ */
+class RecordSet
+{
+public:
+    RecordSet() = default;
+
+    int RecordCount() const;
+    int FieldCount() const;
+    QStringList FieldNames() const;
+    /// Column of that name, or -1. Ask once before a long walk.
+    int Campo(QStringView nome) const;
+
+    bool Eof() const { return m_linha >= RecordCount(); }
+    void MoveNext() { ++m_linha; }
+    void MoveFirst() { m_linha = 0; }
+
+    /// Value in the current row. An unknown name or position, or a walk past the end, throws ErroBanco.
+    QVariant Valor(QStringView nome) const;
+    QVariant Valor(int campo) const;
+    /// Value in any row, without moving.
+    QVariant ValorEm(int linha, int campo) const;
+    bool Nulo(int campo) const;
+
+    /// Value as text, NULL as "" (numbers in the user's notation). The usual way into a control.
+    QString Texto(QStringView nome) const;
+    QString Texto(int campo) const;
+    QString TextoEm(int linha, int campo) const;
+
+    /// The rows' storage, filled by the engine and shared by copies of the record set.
+    struct Dados;
+    explicit RecordSet(std::shared_ptr<const Dados> dados) : m_dados(std::move(dados)) {}
+
+private:
+    std::shared_ptr<const Dados> m_dados;
+    int m_linha = 0;
+};

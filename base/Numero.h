@@ -14,5 +14,6 @@ QString TextoDoValor(const QVariant &valor);
 /// Greatest whole number not above `numero` (truncates towards minus infinity).
 double Int(double numero);
 
-/// Reads a number as the user types it (decimal separator of the locale, no grouping); `ok` tells whether it is one.
+/// Reads a number as the user types it (decimal separator of the locale, no grouping); `ok` tells whether it
+/// is one.
 double NumeroDoTexto(const QString &texto, bool *ok);

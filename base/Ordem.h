@@ -12,7 +12,8 @@
  */
 namespace Ordem
 {
-/// Less than, equal to or greater than 0. Texts that differ only in case are equal; accents make a difference.
+/// Less than, equal to or greater than 0. Texts that differ only in case are equal; accents make a
+/// difference.
 int Comparar(std::string_view utf8a, std::string_view utf8b);
 int Comparar(QStringView a, QStringView b);
 } // namespace Ordem

@@ -5,9 +5,9 @@
 /// What a file chooser shows before the user touches it.
 struct PedidoArquivo {
     QString titulo;
-    QString filtro;       ///< as the dialogs state it: "Arquivos de Backups|*.bck" (patterns separated by ";")
-    QString pastaInicial; ///< native path; empty lets the system choose
-    QString nome;         ///< proposed file name, may be empty
+    QString filtro; ///< as the dialogs state it: "Arquivos de Backups|*.bck" (patterns separated by ";")
+    QString pastaInicial;        ///< native path; empty lets the system choose
+    QString nome;                ///< proposed file name, may be empty
     bool exigirExistente = true; ///< opening only: false lets the user type a name that does not exist
 };
 

@@ -10,7 +10,8 @@ QString Aparar(QStringView texto);
 /// blanks skipped; never fails.
 double Val(QStringView texto);
 
-/// Removes every trailing CR LF pair, so that a text ending in empty lines ends with its last visible character.
+/// Removes every trailing CR LF pair, so that a text ending in empty lines ends with its last visible
+/// character.
 QString RemoveEnter(const QString &texto);
 
 /// How often `procurado` occurs in `texto`, counted without overlap; 0 for an empty `procurado`.

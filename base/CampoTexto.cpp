@@ -1,0 +1,176 @@
+#include "base/CampoTexto.h"
+
+#include "base/FiltrarTecla.h"
+#include "base/Texto.h"
+
+#include <QAbstractItemView>
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+#include <QStringListModel>
+
+namespace
+{
+bool Enter(const QKeyEvent &tecla)
+{
+    return tecla.key() == Qt::Key_Return || tecla.key() == Qt::Key_Enter;
+}
+
+// Whether the key types a character that the filter drops. Editing commands (Ctrl and a letter) pass.
+bool Filtrada(const QKeyEvent &tecla, bool numeric)
+{
+    if (Enter(tecla))
+        return true;
+    quint16 codigo = CodigoDaTecla(tecla);
+    if (codigo < 32)
+        return false;
+    return FiltrarTecla(codigo, numeric) == 0;
+}
+
+// A dead key or an input method commits whole texts: what the filter would drop is taken out of them.
+void FiltrarComposicao(QInputMethodEvent &event, bool numeric)
+{
+    const QString filtrado = FiltrarTexto(event.commitString(), numeric);
+    if (filtrado != event.commitString())
+        event.setCommitString(filtrado, event.replacementStart(), event.replacementLength());
+}
+} // namespace
+
+quint16 CodigoDaTecla(const QKeyEvent &tecla)
+{
+    switch (tecla.key()) {
+    case Qt::Key_Tab:
+    case Qt::Key_Backtab:
+    case Qt::Key_Delete:
+        return 0;
+    default:
+        return tecla.text().isEmpty() ? 0 : tecla.text().at(0).unicode();
+    }
+}
+
+CampoTexto::CampoTexto(const QString &nome, QWidget *parent, bool numeric)
+    : QLineEdit(parent)
+    , m_numeric(numeric)
+{
+    setObjectName(nome);
+}
+
+bool CampoTexto::Aceitar(QKeyEvent *)
+{
+    return true;
+}
+
+void CampoTexto::keyPressEvent(QKeyEvent *event)
+{
+    if (!Aceitar(event) || Filtrada(*event, m_numeric)) {
+        event->accept();
+        return;
+    }
+    QLineEdit::keyPressEvent(event);
+}
+
+void CampoTexto::inputMethodEvent(QInputMethodEvent *event)
+{
+    FiltrarComposicao(*event, m_numeric);
+    QLineEdit::inputMethodEvent(event);
+}
+
+CampoMemo::CampoMemo(const QString &nome, QWidget *parent)
+    : QPlainTextEdit(parent)
+{
+    setObjectName(nome);
+    setTabChangesFocus(true);
+    setLineWrapMode(QPlainTextEdit::WidgetWidth);
+}
+
+QString CampoMemo::Texto() const
+{
+    // toPlainText() would turn no-break spaces into plain ones.
+    QString texto = document()->toRawText();
+    texto.replace(QChar::ParagraphSeparator, "\r\n");
+    texto.replace(QChar::LineSeparator, "\r\n");
+    return texto;
+}
+
+void CampoMemo::DefinirTexto(const QString &texto)
+{
+    setPlainText(ComLf(texto));
+}
+
+void CampoMemo::keyPressEvent(QKeyEvent *event)
+{
+    if (Filtrada(*event, false)) {
+        event->accept();
+        return;
+    }
+    QPlainTextEdit::keyPressEvent(event);
+}
+
+void CampoMemo::inputMethodEvent(QInputMethodEvent *event)
+{
+    FiltrarComposicao(*event, false);
+    QPlainTextEdit::inputMethodEvent(event);
+}
+
+ComboTexto::ComboTexto(const QString &nome, QWidget *parent)
+    : ComboTexto(nome, new CampoTexto(nome + "_texto"), parent)
+{
+}
+
+ComboTexto::ComboTexto(const QString &nome, CampoTexto *campo, QWidget *parent)
+    : QComboBox(parent)
+{
+    setObjectName(nome);
+    setModel(new QStringListModel(this));
+    setEditable(true);
+    setLineEdit(campo);
+    setCompleter(nullptr);
+    setInsertPolicy(QComboBox::NoInsert);
+    setMaxVisibleItems(12);
+    setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    setMinimumContentsLength(4);
+}
+
+void ComboTexto::DefinirItens(const QStringList &itens)
+{
+    const QString texto = currentText();
+    const QSignalBlocker quieto(this);
+    static_cast<QStringListModel *>(model())->setStringList(itens);
+    setCurrentIndex(-1);
+    setEditText(texto);
+}
+
+QStringList ComboTexto::Itens() const
+{
+    return static_cast<QStringListModel *>(model())->stringList();
+}
+
+void ComboTexto::AdicionarItem(const QString &item)
+{
+    const QString texto = currentText();
+    const int escolhido = currentIndex();
+    const int ultima = count();
+    model()->insertRow(ultima);
+    model()->setData(model()->index(ultima, 0), item);
+    if (escolhido < 0 && currentIndex() >= 0)
+        setCurrentIndex(-1); // a first item would be chosen by itself
+    setEditText(texto);
+}
+
+bool ComboTexto::ItemSelecionado() const
+{
+    return currentIndex() >= 0 && itemText(currentIndex()) == currentText();
+}
+
+void ComboTexto::DefinirTexto(const QString &texto)
+{
+    setCurrentIndex(-1);
+    setEditText(texto);
+}
+
+bool LocalizarValorCombo(const ComboTexto &combo, const QString &valor)
+{
+    const QString procurado = valor.toUpper();
+    const QStringList itens = combo.Itens();
+    return std::any_of(itens.begin(), itens.end(),
+                       [&procurado](const QString &item) { return item.toUpper() == procurado; });
+}

@@ -1,0 +1,81 @@
+#include "base/Painel.h"
+
+#include "base/EventosPendentes.h"
+#include "base/Twips.h"
+
+#include <QDeadlineTimer>
+#include <QElapsedTimer>
+#include <QPainter>
+#include <QPointer>
+#include <QStyleOption>
+#include <QThread>
+
+namespace
+{
+constexpr int kPasso = 200;
+int ritmo = 8;
+
+void Redimensionar(QWidget *painel, int twips)
+{
+    painel->resize(painel->width(), TwipsParaPixels(twips));
+}
+} // namespace
+
+Painel::Painel(const QString &nome, QWidget *parent)
+    : QWidget(parent)
+{
+    setObjectName(nome);
+    setAttribute(Qt::WA_StyledBackground);
+}
+
+void Painel::DefinirRitmo(int milissegundos)
+{
+    ritmo = milissegundos;
+}
+
+void Painel::DefinirAltura(int twips)
+{
+    ++m_rolagem;
+    m_altura = twips;
+    Redimensionar(this, twips);
+}
+
+void Painel::DefinirLugar(int left, int top, int width, int height)
+{
+    setGeometry(TwipsParaPixels(left), TwipsParaPixels(top), TwipsParaPixels(width), TwipsParaPixels(height));
+    DefinirAltura(height);
+}
+
+bool Painel::Rolar(int alturaFinal)
+{
+    const QPointer<Painel> vivo(this);
+    const int minha = ++m_rolagem;
+    QElapsedTimer relogio;
+    relogio.start();
+    int passos = 0;
+    for (int altura = kRecolhido; altura <= alturaFinal; altura += kPasso) {
+        m_altura = altura;
+        Redimensionar(this, altura);
+        repaint();
+        // The deadlines are absolute, so that a slow paint shortens the next wait and not the roll's rhythm.
+        // Events keep running while the step waits for its time.
+        const QDeadlineTimer prazo(ritmo * ++passos - relogio.elapsed());
+        do {
+            DeixarEventosRodarem();
+            if (!vivo || Encerrando() || m_rolagem != minha)
+                return false;
+            if (ritmo > 0 && !prazo.hasExpired())
+                QThread::msleep(1);
+        } while (ritmo > 0 && !prazo.hasExpired());
+    }
+    DefinirAltura(alturaFinal);
+    return true;
+}
+
+void Painel::paintEvent(QPaintEvent *)
+{
+    QStyleOption opcao;
+    opcao.initFrom(this);
+    QPainter painter(this);
+    style()->drawPrimitive(QStyle::PE_Widget, &opcao, &painter, this);
+}

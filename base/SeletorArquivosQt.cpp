@@ -1,0 +1,47 @@
+#include "base/SeletorArquivosQt.h"
+
+#include <QFileDialog>
+
+QString SeletorArquivosQt::FiltroQt(const QString &filtro)
+{
+    const QStringList partes = filtro.split('|');
+    QStringList saida;
+    for (qsizetype i = 0; i + 1 < partes.size(); i += 2)
+        saida += QString("%1 (%2)").arg(partes[i], QString(partes[i + 1]).replace(';', ' '));
+    return saida.join(";;");
+}
+
+QString SeletorArquivosQt::Escolher(const PedidoArquivo &pedido, bool salvar)
+{
+    QFileDialog dialogo(m_janela, pedido.titulo, pedido.pastaInicial, FiltroQt(pedido.filtro));
+    dialogo.setObjectName("CmmnDlg");
+    if (salvar) {
+        dialogo.setAcceptMode(QFileDialog::AcceptSave);
+        dialogo.setFileMode(QFileDialog::AnyFile);
+        dialogo.setOption(QFileDialog::DontConfirmOverwrite);
+        // A filter of one kind of file completes a name that is typed without its ending.
+        const QString padrao = pedido.filtro.section('|', 1, 1);
+        if (padrao.startsWith("*.") && !padrao.contains(';'))
+            dialogo.setDefaultSuffix(padrao.mid(2));
+    } else {
+        dialogo.setAcceptMode(QFileDialog::AcceptOpen);
+        dialogo.setFileMode(pedido.exigirExistente ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
+        if (!pedido.exigirExistente)
+            dialogo.setLabelText(QFileDialog::Accept, "&Abrir");
+    }
+    if (!pedido.nome.isEmpty())
+        dialogo.selectFile(pedido.nome);
+    if (dialogo.exec() != QDialog::Accepted)
+        return {};
+    return dialogo.selectedFiles().value(0);
+}
+
+QString SeletorArquivosQt::EscolherParaAbrir(const PedidoArquivo &pedido)
+{
+    return Escolher(pedido, false);
+}
+
+QString SeletorArquivosQt::EscolherParaSalvar(const PedidoArquivo &pedido)
+{
+    return Escolher(pedido, true);
+}

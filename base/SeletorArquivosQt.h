@@ -1,0 +1,23 @@
+#pragma once
+
+#include "base/SeletorArquivos.h"
+
+#include <QPointer>
+#include <QWidget>
+
+/// The file dialog on the screen.
+class SeletorArquivosQt : public SeletorArquivos
+{
+public:
+    QString EscolherParaAbrir(const PedidoArquivo &pedido) override;
+    QString EscolherParaSalvar(const PedidoArquivo &pedido) override;
+
+    void DefinirJanela(QWidget *janela) { m_janela = janela; }
+
+    /// "Arquivos de Imagens|*.bmp;*.jpg" as Qt's dialog states it: "Arquivos de Imagens (*.bmp *.jpg)".
+    static QString FiltroQt(const QString &filtro);
+
+private:
+    QString Escolher(const PedidoArquivo &pedido, bool salvar);
+    QPointer<QWidget> m_janela;
+};

@@ -5,31 +5,47 @@
 
 /**
  * The compressed container of packages and backups: a zlib stream (RFC 1950, level 9) and a trailer of 17
- * bytes: five 0x00, the uncompressed length in decimal ASCII padded with 0x00 to 11 characters, one more 0x00.
+ * bytes: five 0x00, the uncompressed length in decimal ASCII padded with 0x00 to 11 characters, one more
+ * 0x00.
  *
- * Reading is bounded: a length field that lies never makes more memory be asked for than the stream can fill
- * (deflate unfolds at most about 1032 times).
+ * Reading is bounded: a length field that lies never makes more memory or disk be asked for than the stream
+ * can fill (deflate unfolds at most 1032 times), nor more than the caller's `maximo`. Within that bound the
+ * length field is only the room for the output, as for zlib's uncompress: too small a room is an error, a
+ * larger one is filled up with 0x00, and bytes between the stream's end and the trailer are ignored.
  */
 namespace Recipiente
 {
 /// Error codes beside zlib's own (negative) ones.
 constexpr int kSucesso = 0;
-constexpr int kTrailerInvalido = -1;
+constexpr int kTrailerInvalido = -1; ///< no trailer, or a length that cannot be true
+constexpr int kGrandeDemais = 6;     ///< the container says it unfolds to more than the caller accepts
 constexpr int kArquivoNaoEncontrado = 53;
+constexpr int kArquivoJaExiste = 58;     ///< the destination exists and may not be replaced
 constexpr int kArquivoIlegivel = 75;     ///< the source exists but cannot be read
 constexpr int kDestinoIndisponivel = 76; ///< the destination cannot be written: no space, no permission
 constexpr int kSemMemoria = 7;
 
-/// Packs `bytes`; empty input leaves `saida` as it is and succeeds. The bytes are those of one compress2 call.
+/// What Descompactar() unfolds in memory at most, unless told otherwise.
+constexpr qint64 kMaiorEmMemoria = qint64(1) << 30;
+/// The longest length the trailer can hold: 11 digits. What files unfold to is bounded by the disk alone.
+constexpr qint64 kMaiorComprimento = 99'999'999'999;
+
+/// Room reserved for the stream of n bytes: n + n / 1000 + 15, rounded to the nearest (ties to even).
+qint64 Capacidade(qint64 n);
+
+/// Packs `bytes`; empty input leaves `saida` as it is and succeeds. The bytes are those of one compress2
+/// call.
 int Compactar(const QByteArray &bytes, QByteArray &saida, int nivel = 9);
 
 /// Unpacks a whole container, trailer included. The result is one byte longer than what was packed: a 0x00
-/// that readers ignore and unpacked files keep. Empty input succeeds with no output.
-int Descompactar(const QByteArray &recipiente, QByteArray &saida);
+/// that readers ignore and unpacked files keep. Empty input succeeds with no output; so does a failure.
+int Descompactar(const QByteArray &recipiente, QByteArray &saida, qint64 maximo = kMaiorEmMemoria);
 
 /// File into file. The destination is written beside itself and renamed, so that a failure leaves an earlier
 /// file of that name as it was; with `sobrescrever` false an existing destination is a failure.
-/// `erro` receives the code; the result is whether it was 0.
+/// `erro` receives the code; the result is whether it was 0. An empty source gives an empty destination.
 bool CompactarArquivo(const QString &origem, const QString &destino, int nivel, int &erro, bool sobrescrever);
-bool DescompactarArquivo(const QString &origem, const QString &destino, int &erro, bool sobrescrever);
+/// Needs little memory, whatever the container unfolds to.
+bool DescompactarArquivo(const QString &origem, const QString &destino, int &erro, bool sobrescrever,
+                         qint64 maximo = kMaiorComprimento);
 } // namespace Recipiente

@@ -7,8 +7,9 @@ class Superficie;
 namespace ImpressaoGrafica
 {
 /**
- * Draws a text inside a rectangle, broken into lines at word boundaries and fully justified; the last line and
- * lines that end at a CR are left-aligned. Linear in the length of the text. Serves the paper and the card.
+ * Draws a text inside a rectangle, broken into lines at word boundaries and fully justified; the last line
+ * and lines that end at a CR are left-aligned. Linear in the length of the text. Serves the paper and the
+ * card.
  *
  * @param objPrint surface; its font and colour are used as they stand. On return CurrentY is the top of the
  *                 last line drawn and CurrentX lies just behind its last character

@@ -33,7 +33,8 @@ public:
     /// CurrentX ends behind the last character, CurrentY stays.
     virtual void Print(const QString &texto) = 0;
 
-    /// Fills the bar between two corners with the current colour.
+    /// Fills the bar between two corners with the current colour; the current position ends at the second
+    /// one.
     virtual void Line(double x1, double y1, double x2, double y2) = 0;
 
     /// Paints a picture stretched into the rectangle.

@@ -1,0 +1,75 @@
+#include "print/SuperficiePainter.h"
+
+#include <QPaintDevice>
+#include <QPainter>
+
+#include <algorithm>
+
+namespace
+{
+// Finer than this no eye tells a photo on paper (300 dots an inch).
+constexpr double kPontosDeFotoPorMm = 300 / 25.4;
+} // namespace
+
+SuperficiePainter::SuperficiePainter(QPainter &painter, QSizeF areaPixels, double pixelsPorMm)
+    : m_painter(painter)
+    , m_areaPixels(areaPixels)
+    , m_pixelsPorMm(pixelsPorMm)
+{
+}
+
+double SuperficiePainter::TextWidth(const QString &texto) const
+{
+    return m_medida.Largura(FonteAtual(), texto);
+}
+
+double SuperficiePainter::TextHeight(const QString &) const
+{
+    return m_medida.Altura(FonteAtual());
+}
+
+void SuperficiePainter::Print(const QString &texto)
+{
+    m_painter.setFont(MedidaTexto::FontePara(FonteAtual(), m_pixelsPorMm, m_painter.device()->logicalDpiY()));
+    m_painter.setPen(ForeColor);
+    const double linhaDeBase = CurrentY + m_medida.Subida(FonteAtual());
+    m_painter.drawText(QPointF(CurrentX, linhaDeBase) * m_pixelsPorMm, texto);
+    CurrentX += TextWidth(texto);
+}
+
+void SuperficiePainter::Line(double x1, double y1, double x2, double y2)
+{
+    const QPointF canto1 = QPointF(x1, y1) * m_pixelsPorMm;
+    const QPointF canto2 = QPointF(x2, y2) * m_pixelsPorMm;
+    m_painter.fillRect(QRectF(canto1, canto2).normalized(), ForeColor);
+    CurrentX = x2;
+    CurrentY = y2;
+}
+
+void SuperficiePainter::PaintPicture(const QImage &figura, double x, double y, double largura, double altura)
+{
+    const QRectF lugar(QPointF(x, y) * m_pixelsPorMm, QSizeF(largura, altura) * m_pixelsPorMm);
+    PintarFigura(m_painter, figura, lugar, m_pixelsPorMm);
+}
+
+void SuperficiePainter::NewPage()
+{
+    CurrentX = 0;
+    CurrentY = 0;
+}
+
+void PintarFigura(QPainter &painter, const QImage &figura, const QRectF &lugar, double pixelsPorMm)
+{
+    if (figura.isNull())
+        return;
+    const double fator = std::min(1.0, kPontosDeFotoPorMm / pixelsPorMm);
+    const QSize bastante(std::max(1, qRound(lugar.width() * fator)),
+                         std::max(1, qRound(lugar.height() * fator)));
+    const QSize reduzida(std::min(figura.width(), bastante.width()),
+                         std::min(figura.height(), bastante.height()));
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    if (reduzida == figura.size())
+        painter.drawImage(lugar, figura);
+    else
+        painter.drawImage(lugar, figura.scaled(reduzida, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+}

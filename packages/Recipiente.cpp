@@ -131,7 +131,7 @@ int Desdobrar(QIODevice &origem, qint64 m, qint64 n, QIODevice &destino)
         if (codigo == Z_BUF_ERROR && fluxo.avail_in == 0 && falta > 0)
             continue;
         if (codigo == Z_BUF_ERROR)
-            return espaco > 0 ? Z_DATA_ERROR : Z_BUF_ERROR;
+            return espaco > 0 || n == 0 ? Z_DATA_ERROR : Z_BUF_ERROR;
         if (codigo == Z_NEED_DICT)
             return Z_DATA_ERROR;
         if (codigo != Z_OK && codigo != Z_STREAM_END)

@@ -5,6 +5,14 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
+
+/**
+ * Turns an old Access book at this native path into a book of today, in place, or throws ErroBanco with the
+ * file as it was.
+ */
+using ConversorDeLivro = std::function<void(const QString &caminho)>;
+
 /**
  * The book's database, `dadosr.lst` in the application folder.
  *
@@ -22,14 +30,16 @@ public:
     /// @param pasta the application folder, native path, with or without a trailing separator
     explicit Banco(const QString &pasta);
 
-    /// The application folder with exactly one trailing backslash; paths below it are written with backslashes
-    /// and become native ones in Caminho().
+    /// The application folder with exactly one trailing backslash; paths below it are written with
+    /// backslashes and become native ones in Caminho().
     QString AppFolder() const;
     /// Native path of a file named below the application folder, e.g. Caminho("Fotos\\F0000001.img").
     QString Caminho(const QString &relativo) const;
     /// "DBQ=" + folder + "\dadosr.lst" + ";user=;pwd=;Driver={Microsoft Access Driver (*.mdb)}": kept from
     /// start-up on; the engine takes the file to open from it.
     QString ConnectionString() const { return m_conexao; }
+    /// Native path of the book, read from the connection string.
+    QString CaminhoDoLivro() const;
 
     /// Runs a query and returns its rows, detached. Throws ErroBanco.
     RecordSet AbrirRecordset(const QString &sql) const;
@@ -38,9 +48,26 @@ public:
     /// Runs one statement that returns no rows. The result carries no meaning. Throws ErroBanco.
     int ExecutarSQL(const QString &sql) const;
 
+    /// Opens the book and reads once, so that what a crash left half done is rolled back and the file alone
+    /// is the whole book: before a raw copy of it. Throws ErroBanco.
+    void LerUmaVez() const;
+    /// Removes the journal that a crash may have left: before other bytes take the book's place, into which
+    /// it would be rolled back. A journal that is not there is no failure.
+    void RemoverJournal() const;
+
+    /// What to do with an old Access book; without one such a file is refused.
+    void DefinirConversor(ConversorDeLivro conversor) { m_conversor = std::move(conversor); }
+    /// How long an operation waits for another program that is writing; ten seconds unless set.
+    void DefinirEspera(int milissegundos) { m_esperaMs = milissegundos; }
+
 private:
+    /// Makes sure that the file to open is a book.
+    void PrepararLivro(const QString &caminho) const;
+
     QString m_pasta; ///< native, no trailing separator
     QString m_conexao;
+    ConversorDeLivro m_conversor;
+    int m_esperaMs = 10000;
 };
 
 /// `pasta` with exactly one trailing backslash.

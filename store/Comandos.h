@@ -21,6 +21,8 @@ QString Numero(const QString &valor);
 QString Data(const QDate &dia);
 /// "F0000042.img" for 42; pads to seven digits, never cuts.
 QString NomeFigura(qint64 lngReceita);
+/// Capital letters, character by character, as the database's ucase() makes them.
+QString Maiusculas(const QString &texto);
 
 /// What a save writes of a recipe, as the controls hold it.
 struct Receita {
@@ -48,14 +50,16 @@ QString SqlFigura(qint64 lngReceita);        ///< "Select Figura from Receitas W
 QString SqlIngredientes(qint64 lngReceita);
 QString SqlLista(); ///< "Select * from Receitas Order By Nome"
 
-QString SqlTipos();               ///< editor: "... is not null ..."
+QString SqlTipos(); ///< editor: "... is not null ..."
 QString SqlUnidades();
 QString SqlNomesDeIngredientes(); ///< editor and search
 QString SqlTiposPesquisa();       ///< search: "... is not Null ...", capital N
 QString SqlOrigensPesquisa();
 
-/// The seven criteria of the search panel; empty ones are left out. Values go between apostrophes trimmed
+/// The seven criteria of the search panel; empty ones are left out (the three chosen from lists, Tipo, Origem
+/// and Ingrediente, count as filled even when they hold blanks only). Values go between apostrophes trimmed
 /// but not escaped, on purpose: an apostrophe breaks the query and the user sees the database's error.
+/// Calorias goes in as it stands.
 struct Pesquisa {
     QString Nome, Tipo, Origem, Ingrediente, Calorias, Preparo;
     bool ComFigura = false;

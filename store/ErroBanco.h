@@ -11,6 +11,9 @@
 class ErroBanco : public std::runtime_error
 {
 public:
-    explicit ErroBanco(const QString &mensagem) : std::runtime_error(mensagem.toStdString()) {}
+    explicit ErroBanco(const QString &mensagem)
+        : std::runtime_error(mensagem.toStdString())
+    {
+    }
     QString Mensagem() const { return QString::fromUtf8(what()); }
 };

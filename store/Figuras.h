@@ -7,14 +7,17 @@
 class Banco;
 
 /**
- * The recipes' pictures: files "F" + seven digits + ".img" in the folder "Fotos", byte-for-byte copies of what
- * the user chose. Folder creation, copy and removal ignore every error on purpose: a row may name a file that
- * is missing, and whoever reads it takes that as no picture.
+ * The recipes' pictures: files "F" + seven digits + ".img" in the folder "Fotos", byte-for-byte copies of
+ * what the user chose. Folder creation, copy and removal ignore every error on purpose: a row may name a file
+ * that is missing, and whoever reads it takes that as no picture.
  */
 class Figuras
 {
 public:
-    explicit Figuras(const Banco &banco) : m_banco(banco) {}
+    explicit Figuras(const Banco &banco)
+        : m_banco(banco)
+    {
+    }
 
     /// Native path of a picture named in the database; the name's letter case does not matter. A name that is
     /// no plain file name (separators, "..") gives an empty path.
@@ -23,15 +26,16 @@ public:
     /// Value of `Figura` for the recipe, "" when NULL or when the query fails.
     QString PegarNomeArquivo(qint64 lngReceita) const;
 
-    /// Deletes the recipe's picture file, if its row names one; a missing file is no failure. Throws ErroBanco
-    /// when the row cannot be read.
+    /// Deletes the recipe's picture file, if its row names one; a missing file is no failure. Throws
+    /// ErroBanco when the row cannot be read.
     void ApagarFigura(qint64 lngReceita) const;
 
-    /// Makes "Fotos" and copies `origem` (native path) over the recipe's picture file. Errors are ignored, but
-    /// an earlier file is replaced only by a complete copy.
+    /// Makes "Fotos" and copies `origem` (native path) over the recipe's picture file. Errors are ignored,
+    /// but an earlier file is replaced only by a complete copy.
     void CopiarFigura(const QString &origem, qint64 lngReceita) const;
 
-    /// Makes "Fotos" and writes the bytes as the recipe's picture file, whatever they hold. Errors are ignored.
+    /// Makes "Fotos" and writes the bytes as the recipe's picture file, whatever they hold. Errors are
+    /// ignored.
     void GravarFigura(const QByteArray &bytes, qint64 lngReceita) const;
 
 private:

@@ -44,7 +44,10 @@ public:
 
     /// The rows' storage, filled by the engine and shared by copies of the record set.
     struct Dados;
-    explicit RecordSet(std::shared_ptr<const Dados> dados) : m_dados(std::move(dados)) {}
+    explicit RecordSet(std::shared_ptr<const Dados> dados)
+        : m_dados(std::move(dados))
+    {
+    }
 
 private:
     std::shared_ptr<const Dados> m_dados;

@@ -1,0 +1,130 @@
+#include "store/Banco.h"
+
+#include "base/EventosPendentes.h"
+#include "base/Ponteiro.h"
+#include "store/ErroBanco.h"
+#include "store/ExameArquivo.h"
+#include "store/Motor.h"
+
+#include <QFile>
+
+namespace
+{
+constexpr QLatin1String kInicio("DBQ=");
+constexpr QLatin1String kFim(";user=;pwd=;Driver={Microsoft Access Driver (*.mdb)}");
+
+QString SemBarraFinal(QString pasta)
+{
+    while (pasta.size() > 1 && pasta.endsWith('/'))
+        pasta.chop(1);
+    return pasta;
+}
+} // namespace
+
+QString AppFolder(const QString &pasta)
+{
+    const QString semBarra = SemBarraFinal(pasta);
+    return semBarra.endsWith('\\') ? semBarra : semBarra + '\\';
+}
+
+Banco::Banco(const QString &pasta)
+    : m_pasta(SemBarraFinal(pasta))
+    , m_conexao(kInicio + m_pasta + "\\dadosr.lst" + kFim)
+{
+}
+
+QString Banco::AppFolder() const
+{
+    return ::AppFolder(m_pasta);
+}
+
+QString Banco::Caminho(const QString &relativo) const
+{
+    QString nativo = relativo;
+    nativo.replace('\\', '/');
+    while (nativo.startsWith('/'))
+        nativo.remove(0, 1);
+    return (m_pasta.endsWith('/') ? m_pasta : m_pasta + '/') + nativo;
+}
+
+QString Banco::CaminhoDoLivro() const
+{
+    // What stands between the two fixed pieces, so that a ";" in a folder's name is harmless; and only what
+    // lies behind the application folder is written with backslashes that are separators.
+    const QString dbq = m_conexao.mid(kInicio.size(), m_conexao.size() - kInicio.size() - kFim.size());
+    return Caminho(dbq.mid(m_pasta.size()));
+}
+
+void Banco::PrepararLivro(const QString &caminho) const
+{
+    QString erro;
+    TipoArquivo tipo = ExaminarArquivo(caminho, &erro);
+    if (tipo == TipoArquivo::Livro && QFile::exists(caminho + "-journal")) {
+        // Rolling back may leave nothing of a book that was just being made.
+        Motor(caminho, m_esperaMs).LerUmaVez();
+        tipo = ExaminarArquivo(caminho, &erro);
+    }
+    if (tipo == TipoArquivo::Access && m_conversor) {
+        m_conversor(caminho);
+        tipo = ExaminarArquivo(caminho, &erro);
+    }
+    switch (tipo) {
+    case TipoArquivo::Livro:
+        return;
+    case TipoArquivo::Ausente:
+    case TipoArquivo::Vazio:
+        Motor::Criar(caminho, m_esperaMs);
+        return;
+    case TipoArquivo::Access:
+    case TipoArquivo::Outro:
+        break;
+    }
+    QString mensagem = erro.isEmpty() ? "O arquivo dadosr.lst não é um livro de receitas do Cozinhario 2005, "
+                                        "ou está danificado. Ele não foi alterado."
+                                      : "Não foi possível abrir o livro de receitas.";
+    mensagem += "\r\n\r\n" + caminho;
+    if (!erro.isEmpty())
+        mensagem += ": " + erro;
+    throw ErroBanco(mensagem);
+}
+
+RecordSet Banco::AbrirRecordset(const QString &sql) const
+{
+    return AbrirRecordset(sql, {});
+}
+
+RecordSet Banco::AbrirRecordset(const QString &sql, const QStringList &colunas) const
+{
+    Ponteiro::Ampulheta();
+    MostrarMudancas();
+    const QString caminho = CaminhoDoLivro();
+    PrepararLivro(caminho);
+    RecordSet rs = Motor(caminho, m_esperaMs).Consultar(sql, colunas);
+    Ponteiro::Normal();
+    MostrarMudancas();
+    return rs;
+}
+
+int Banco::ExecutarSQL(const QString &sql) const
+{
+    Ponteiro::Ampulheta();
+    MostrarMudancas();
+    const QString caminho = CaminhoDoLivro();
+    PrepararLivro(caminho);
+    const int alteradas = Motor(caminho, m_esperaMs).Executar(sql);
+    Ponteiro::Normal();
+    MostrarMudancas();
+    return alteradas;
+}
+
+void Banco::LerUmaVez() const
+{
+    const QString caminho = CaminhoDoLivro();
+    PrepararLivro(caminho);
+    Motor(caminho, m_esperaMs).LerUmaVez();
+}
+
+void Banco::RemoverJournal() const
+{
+    QFile::remove(CaminhoDoLivro() + "-journal"); // usually there is none
+}

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QString>
+
+/// What the first bytes of a file say about it.
+enum class TipoArquivo {
+    Ausente, ///< there is none
+    Vazio,   ///< no byte in it
+    Livro,   ///< a book of this program
+    Access,  ///< an Access database, as older copies of the program kept
+    Outro    ///< anything else, folders included
+};
+
+/**
+ * Looks at the file's first bytes, in a few microseconds.
+ *
+ * @param caminho native path
+ * @param erro    the system's message when the file exists but cannot be read (the answer is then Outro)
+ */
+TipoArquivo ExaminarArquivo(const QString &caminho, QString *erro = nullptr);

@@ -1,0 +1,358 @@
+#include "store/Motor.h"
+
+#include "store/DadosRecordSet.h"
+#include "store/ErroBanco.h"
+#include "store/Esquema.h"
+#include "store/Funcoes.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <sqlite3.h>
+
+#include <array>
+#include <cerrno>
+#include <string_view>
+
+#include <fcntl.h>
+#include <stdio.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace
+{
+/// What the user reads above the engine's own words.
+QString Sentenca(int codigo)
+{
+    switch (codigo & 0xFF) {
+    case SQLITE_NOTADB:
+    case SQLITE_CORRUPT:
+        return "O arquivo dadosr.lst não é um livro de receitas ou está danificado.";
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+        return "O livro de receitas está sendo usado por outro programa. Tente de novo daqui a pouco.";
+    case SQLITE_FULL:
+        return "Não há espaço no disco para gravar no livro de receitas.";
+    case SQLITE_READONLY:
+        return "O livro de receitas não pode ser gravado.";
+    case SQLITE_CANTOPEN:
+    case SQLITE_PERM:
+        return "Não foi possível abrir o livro de receitas ou gravar na pasta dele.";
+    case SQLITE_IOERR:
+        return "Não foi possível ler ou gravar o livro de receitas.";
+    default:
+        return "Não foi possível executar a operação no banco de dados.";
+    }
+}
+
+QString Mensagem(int codigo, const QString &detalhe)
+{
+    return Sentenca(codigo) + "\r\n\r\n" + detalhe;
+}
+
+bool MesmoNome(const char *a, const char *b)
+{
+    return a && b && sqlite3_stricmp(a, b) == 0;
+}
+
+/// Reading and changing the rows of the two tables, with the named functions, and nothing else. Without this
+/// gate a text that reaches a statement unquoted could reach other files, settings and tables.
+int Autorizar(void *, int acao, const char *primeiro, const char *segundo, const char *, const char *)
+{
+    switch (acao) {
+    case SQLITE_SELECT:
+        return SQLITE_OK;
+    case SQLITE_READ:
+    case SQLITE_INSERT:
+    case SQLITE_UPDATE:
+    case SQLITE_DELETE:
+        return MesmoNome(primeiro, "Receitas") || MesmoNome(primeiro, "Ingredientes") ? SQLITE_OK
+                                                                                      : SQLITE_DENY;
+    case SQLITE_FUNCTION:
+        return segundo && Funcoes::Permitida(segundo) ? SQLITE_OK : SQLITE_DENY;
+    default:
+        return SQLITE_DENY;
+    }
+}
+
+/**
+ * Refuses comments, with nothing run: "5--" passes for a calorie figure, and the engine would take the rest
+ * of the statement, its Where included, for a comment and change every recipe. Inside quoted texts and names
+ * both signs are content.
+ */
+void RecusarComentarios(std::string_view sql)
+{
+    char fecho = 0;
+    for (std::size_t i = 0; i < sql.size(); ++i) {
+        const char c = sql[i];
+        const char seguinte = i + 1 < sql.size() ? sql[i + 1] : '\0';
+        if (fecho) {
+            if (c == fecho)
+                fecho = 0; // a doubled quote closes and opens again at once
+        } else if (c == '\'' || c == '"' || c == '`') {
+            fecho = c;
+        } else if (c == '[') {
+            fecho = ']';
+        } else if ((c == '-' && seguinte == '-') || (c == '/' && seguinte == '*')) {
+            throw ErroBanco(Mensagem(SQLITE_ERROR, QString("Sinais não aceitos no comando: %1%2")
+                                                       .arg(QLatin1Char(c))
+                                                       .arg(QLatin1Char(seguinte))));
+        }
+    }
+}
+
+bool SoBrancos(const char *texto)
+{
+    for (; *texto; ++texto)
+        if (std::string_view(" \t\r\n\f;").find(*texto) == std::string_view::npos)
+            return false;
+    return true;
+}
+
+/// The engine takes names that begin with "file:" or ":" for something else than a file.
+QByteArray NomeParaMotor(const QString &caminho)
+{
+    const QByteArray nome = QFile::encodeName(caminho);
+    return nome.startsWith('/') ? nome : "./" + nome;
+}
+
+[[noreturn]] void FalharAoCriar(const QString &caminho, int erro)
+{
+    throw ErroBanco(QString("Não foi possível criar o livro de receitas em %1.\r\n\r\n%2")
+                        .arg(QFileInfo(caminho).absolutePath(), qt_error_string(erro)));
+}
+
+/// The bytes of an empty book.
+QByteArray BytesDoLivroVazio()
+{
+    struct Memoria {
+        sqlite3 *conexao = nullptr;
+        unsigned char *bytes = nullptr;
+        ~Memoria()
+        {
+            sqlite3_free(bytes);
+            sqlite3_close(conexao);
+        }
+    } memoria;
+    sqlite3_int64 tamanho = 0;
+    if (sqlite3_open_v2(":memory:", &memoria.conexao, SQLITE_OPEN_READWRITE | SQLITE_OPEN_MEMORY, nullptr) ==
+            SQLITE_OK &&
+        Funcoes::Registrar(memoria.conexao) == SQLITE_OK &&
+        sqlite3_exec(memoria.conexao, EsquemaDoLivro(), nullptr, nullptr, nullptr) == SQLITE_OK)
+        memoria.bytes = sqlite3_serialize(memoria.conexao, "main", &tamanho, 0);
+    if (!memoria.bytes)
+        throw ErroBanco(Mensagem(SQLITE_ERROR, QString::fromUtf8(sqlite3_errmsg(memoria.conexao))));
+    return {reinterpret_cast<const char *>(memoria.bytes), static_cast<qsizetype>(tamanho)};
+}
+
+/// Writes all bytes to the disk itself; false with errno set.
+bool GravarTudo(int arquivo, const QByteArray &bytes)
+{
+    qsizetype gravados = 0;
+    while (gravados < bytes.size()) {
+        const ssize_t n =
+            ::write(arquivo, bytes.constData() + gravados, static_cast<std::size_t>(bytes.size() - gravados));
+        if (n < 0 && errno != EINTR)
+            return false;
+        if (n > 0)
+            gravados += n;
+    }
+    return ::fsync(arquivo) == 0;
+}
+
+/// Gives `provisorio` the name `definitivo` unless a file has that name already; false with errno set.
+bool BatizarSemSobrepor(const char *provisorio, const char *definitivo)
+{
+    if (::renameat2(AT_FDCWD, provisorio, AT_FDCWD, definitivo, RENAME_NOREPLACE) == 0)
+        return true;
+    if (errno != EINVAL && errno != ENOSYS)
+        return false;
+    // A file system without that call has links as a rule.
+    if (::link(provisorio, definitivo) != 0)
+        return false;
+    ::unlink(provisorio);
+    return true;
+}
+
+void CriarArquivo(const QString &caminho)
+{
+    const QByteArray livro = BytesDoLivroVazio();
+    const QByteArray definitivo = QFile::encodeName(caminho);
+    QByteArray provisorio = definitivo + ".XXXXXX";
+    const int arquivo = ::mkostemp(provisorio.data(), O_CLOEXEC);
+    if (arquivo < 0)
+        FalharAoCriar(caminho, errno);
+    const mode_t mascara = ::umask(0);
+    ::umask(mascara);
+    ::fchmod(arquivo, 0666 & ~mascara); // where modes cannot be set, those given stay
+    const bool gravado = GravarTudo(arquivo, livro);
+    const int erroAoGravar = errno;
+    ::close(arquivo);
+    if (gravado && BatizarSemSobrepor(provisorio.constData(), definitivo.constData()))
+        return;
+    const int erro = gravado ? errno : erroAoGravar;
+    ::unlink(provisorio.constData());
+    if (erro != EEXIST) // another copy of the program was quicker: its book is as good
+        FalharAoCriar(caminho, erro);
+}
+} // namespace
+
+void Motor::FecharComando::operator()(sqlite3_stmt *comando) const
+{
+    sqlite3_finalize(comando);
+}
+
+Motor::Motor(const QString &caminho, int esperaMs)
+{
+    int rc = sqlite3_open_v2(NomeParaMotor(caminho).constData(), &m_conexao,
+                             SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
+    if (rc == SQLITE_OK)
+        rc = sqlite3_busy_timeout(m_conexao, esperaMs);
+    if (rc == SQLITE_OK)
+        rc = Funcoes::Registrar(m_conexao);
+    if (rc == SQLITE_OK)
+        rc = sqlite3_db_config(m_conexao, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+    if (rc == SQLITE_OK)
+        rc = sqlite3_set_authorizer(m_conexao, Autorizar, nullptr);
+    if (rc == SQLITE_OK)
+        return;
+    const QString mensagem =
+        Mensagem(rc, QString::fromUtf8(m_conexao ? sqlite3_errmsg(m_conexao) : sqlite3_errstr(rc)));
+    sqlite3_close(m_conexao);
+    throw ErroBanco(mensagem);
+}
+
+Motor::~Motor()
+{
+    sqlite3_close(m_conexao);
+}
+
+void Motor::Falhar(int codigo) const
+{
+    throw ErroBanco(Mensagem(codigo, QString::fromUtf8(sqlite3_errmsg(m_conexao))));
+}
+
+Motor::Comando Motor::Preparar(const QString &sql)
+{
+    const QByteArray utf8 = sql.toUtf8();
+    // The engine would stop reading there, and run half a statement.
+    if (utf8.contains('\0'))
+        throw ErroBanco(Mensagem(SQLITE_ERROR, "O comando contém um caractere nulo."));
+    RecusarComentarios({utf8.constData(), static_cast<std::size_t>(utf8.size())});
+    sqlite3_stmt *preparado = nullptr;
+    const char *resto = nullptr;
+    const int rc = sqlite3_prepare_v2(m_conexao, utf8.constData(), static_cast<int>(utf8.size() + 1),
+                                      &preparado, &resto);
+    Comando comando(preparado);
+    if (rc != SQLITE_OK)
+        Falhar(rc);
+    if (!comando)
+        throw ErroBanco(Mensagem(SQLITE_ERROR, "O comando está vazio."));
+    if (!SoBrancos(resto))
+        throw ErroBanco(Mensagem(SQLITE_ERROR, "Só é aceito um comando de cada vez."));
+    return comando;
+}
+
+RecordSet Motor::Consultar(const QString &sql, const QStringList &colunas)
+{
+    Comando comando = Preparar(sql);
+    if (!sqlite3_stmt_readonly(comando.get()))
+        throw ErroBanco(Mensagem(SQLITE_ERROR, "Uma consulta não pode alterar o livro."));
+
+    auto dados = std::make_shared<RecordSet::Dados>();
+    const int total = sqlite3_column_count(comando.get());
+    for (int i = 0; i < total; ++i)
+        dados->nomes += QString::fromUtf8(sqlite3_column_name(comando.get(), i));
+
+    if (!colunas.isEmpty()) {
+        // The statement has been judged by itself; now it becomes the source of a narrower one, its text
+        // unchanged and its order kept.
+        QStringList escolhidas;
+        for (const QString &coluna : colunas) {
+            if (!dados->nomes.contains(coluna, Qt::CaseInsensitive))
+                throw ErroBanco(
+                    Mensagem(SQLITE_ERROR, "Campo não encontrado no resultado da consulta: " + coluna));
+            escolhidas += "[" + coluna + "]";
+        }
+        QString origem = sql;
+        while (!origem.isEmpty() && (origem.back() == ';' || origem.back().isSpace()))
+            origem.chop(1);
+        comando = Preparar("Select " + escolhidas.join(",") + " from (" + origem + ")");
+        dados->nomes = colunas;
+    }
+
+    const int campos = static_cast<int>(dados->nomes.size());
+    int rc = SQLITE_ROW;
+    while ((rc = sqlite3_step(comando.get())) == SQLITE_ROW) {
+        for (int i = 0; i < campos; ++i) {
+            switch (sqlite3_column_type(comando.get(), i)) {
+            case SQLITE_NULL:
+                dados->AcrescentarNulo();
+                break;
+            case SQLITE_INTEGER:
+                dados->AcrescentarInteiro(sqlite3_column_int64(comando.get(), i));
+                break;
+            case SQLITE_FLOAT:
+                dados->AcrescentarReal(sqlite3_column_double(comando.get(), i));
+                break;
+            default: {
+                const auto *texto = reinterpret_cast<const char *>(sqlite3_column_text(comando.get(), i));
+                const int tamanho = sqlite3_column_bytes(comando.get(), i);
+                if (!texto && tamanho > 0)
+                    Falhar(SQLITE_NOMEM);
+                dados->AcrescentarTexto({texto ? texto : "", static_cast<std::size_t>(tamanho)});
+            }
+            }
+        }
+        ++dados->linhas;
+    }
+    if (rc != SQLITE_DONE)
+        Falhar(rc);
+    return RecordSet(std::move(dados));
+}
+
+int Motor::Executar(const QString &sql)
+{
+    const Comando comando = Preparar(sql);
+    int rc = SQLITE_ROW;
+    while (rc == SQLITE_ROW)
+        rc = sqlite3_step(comando.get());
+    if (rc != SQLITE_DONE)
+        Falhar(rc);
+    return sqlite3_changes(m_conexao);
+}
+
+void Motor::LerUmaVez()
+{
+    const int rc = sqlite3_table_column_metadata(m_conexao, nullptr, "Receitas", nullptr, nullptr, nullptr,
+                                                 nullptr, nullptr, nullptr);
+    if (rc != SQLITE_OK)
+        Falhar(rc);
+}
+
+void Motor::Criar(const QString &caminho, int esperaMs)
+{
+    struct stat dados = {};
+    if (::stat(QFile::encodeName(caminho).constData(), &dados) != 0) {
+        // A journal whose book is gone would be played back into the new one.
+        QFile::remove(caminho + "-journal");
+        CriarArquivo(caminho);
+        return;
+    }
+    // An empty file keeps its place and rights; the engine's own journal makes this one step as well.
+    const Motor motor(caminho, esperaMs);
+    sqlite3_set_authorizer(motor.m_conexao, nullptr, nullptr);
+    char *erro = nullptr;
+    int rc = sqlite3_exec(motor.m_conexao, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr);
+    if (rc == SQLITE_OK &&
+        sqlite3_table_column_metadata(motor.m_conexao, nullptr, "Receitas", nullptr, nullptr, nullptr,
+                                      nullptr, nullptr, nullptr) == SQLITE_OK)
+        return; // another copy was quicker; closing ends the transaction
+    if (rc == SQLITE_OK)
+        rc = sqlite3_exec(motor.m_conexao, EsquemaDoLivro(), nullptr, nullptr, &erro);
+    sqlite3_free(erro);
+    if (rc == SQLITE_OK)
+        rc = sqlite3_exec(motor.m_conexao, "COMMIT", nullptr, nullptr, nullptr);
+    if (rc != SQLITE_OK)
+        motor.Falhar(rc);
+}

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "store/RecordSet.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <memory>
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+/**
+ * One connection to the book, for one piece of work: opened by the constructor, closed by the destructor.
+ *
+ * A statement is looked at before it runs. It must be one statement without comments, must touch nothing but
+ * the two tables, and may call the named functions only; anything else is refused with nothing done. Every
+ * failure throws ErroBanco with a sentence for the user and the engine's own message below it.
+ */
+class Motor
+{
+public:
+    /**
+     * Opens an existing book.
+     * @param caminho  native path of the file
+     * @param esperaMs how long to wait for another program's lock, in milliseconds
+     */
+    Motor(const QString &caminho, int esperaMs);
+    ~Motor();
+    Motor(const Motor &) = delete;
+    Motor &operator=(const Motor &) = delete;
+
+    /// Runs a statement that only reads and fetches all its rows. `colunas`, when not empty, are the columns
+    /// to fetch; the others are not read from the file. One that the statement does not return is an error.
+    RecordSet Consultar(const QString &sql, const QStringList &colunas);
+    /// Runs a statement to its end and returns the number of rows it changed.
+    int Executar(const QString &sql);
+    /// Reads a little, which rolls back what a crash left half done.
+    void LerUmaVez();
+
+    /**
+     * Makes an empty book in `caminho`, where no file or an empty one stands, in one step: whatever happens
+     * meanwhile there is either no book or a whole one, and a book that another copy made first stays.
+     */
+    static void Criar(const QString &caminho, int esperaMs);
+
+private:
+    struct FecharComando {
+        void operator()(sqlite3_stmt *comando) const;
+    };
+    using Comando = std::unique_ptr<sqlite3_stmt, FecharComando>;
+
+    Comando Preparar(const QString &sql);
+    [[noreturn]] void Falhar(int codigo) const;
+
+    sqlite3 *m_conexao = nullptr;
+};

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QLocalServer>
+#include <QObject>
+
+#include <memory>
+
+/**
+ * The single-copy rule: one running program per application folder.
+ *
+ * A lock on a file in that folder decides who is first (the system drops it when the process ends, however it
+ * ends). The first then listens for the others; a later copy delivers one short line and ends.
+ */
+class CopiaUnica : public QObject
+{
+    Q_OBJECT
+public:
+    explicit CopiaUnica(const QString &pasta, QObject *parent = nullptr);
+    ~CopiaUnica() override;
+
+    /// Whether this copy is the first. Where the lock file cannot be made (a folder without write permission)
+    /// every copy counts as first.
+    bool Primeira() const { return m_primeira; }
+
+    /// First copy: starts to listen.
+    void Escutar();
+
+    enum class Aviso {
+        ImportacaoTerminada, ///< recipes were imported: show them
+        Ativar               ///< the program was started once more: come to the front
+    };
+    /// Later copy: delivers the line, waiting at most two seconds. False when nobody took it.
+    bool Entregar(Aviso aviso) const;
+
+signals:
+    void importacaoTerminada();
+    void ativacaoPedida();
+
+private:
+    void Receber();
+    QString NomeDoCanal() const;
+
+    QString m_pasta;
+    int m_trava = -1;
+    bool m_primeira = true;
+    QLocalServer m_servidor;
+};

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "app/HistoricoTelas.h"
+#include "base/Telas.h"
+
+#include <functional>
+
+class Painel;
+class QLabel;
+class QWidget;
+
+/// The controls of the main window that the view switch drives.
+struct ControlesDasTelas {
+    Painel *picLstReceitas = nullptr;
+    Painel *picDetReceita = nullptr;
+    Painel *picPesReceita = nullptr;
+    QWidget *picTitulo = nullptr;
+    QLabel *lblTitulo = nullptr;
+    QWidget *picWeb = nullptr;
+    QWidget *WbBsr1 = nullptr;
+};
+
+/// The three stackable working views, their title bar and the history behind "Voltar".
+class TelasDaJanela : public Telas
+{
+public:
+    /// Heights in twips of the list and the editor, alone and while the search is open beside them.
+    static constexpr int kAlturaInteira = 6540;
+    static constexpr int kAlturaComPesquisa = 3780;
+
+    TelasDaJanela(const ControlesDasTelas &controles, std::function<void()> restaurarBotoes);
+
+    void AbrirTela(const QString &request) override;
+    void FecharTela() override;
+    QString TelaAtual() const override;
+    void RestaurarBotoes() override { m_restaurarBotoes(); }
+    int AlturaDeTrabalho() const override;
+
+    const HistoricoTelas &Historico() const { return m_historico; }
+    /// Hides the three views and the title bar and forgets the history (after a restore).
+    void EsconderTudo();
+
+private:
+    void EmpilharTela(const QString &title, const QString &key);
+    Painel *PainelDe(const QString &key) const;
+    void AjustarAlturas(int twips);
+
+    ControlesDasTelas m_controles;
+    std::function<void()> m_restaurarBotoes;
+    HistoricoTelas m_historico;
+};

@@ -96,7 +96,7 @@ void TesteImpressaoGrafica::quebraOTextoEmLinhas_data()
     QTest::newRow("uma letra") << "a"
                                << "a";
     QTest::newRow("linha feita so de tis") << "~~~~~~~~~~~~~~~~~~"
-                                                         << "~~~~~~~~~~~~~~~|~~~";
+                                           << "~~~~~~~~~~~~~~~|~~~";
 }
 
 void TesteImpressaoGrafica::quebraOTextoEmLinhas()

@@ -59,17 +59,25 @@ void Banco::PrepararLivro(const QString &caminho) const
 {
     QString erro;
     TipoArquivo tipo = ExaminarArquivo(caminho, &erro);
+    if (tipo == TipoArquivo::LivroWal) {
+        Motor(caminho, m_esperaMs).SairDoWal();
+        return;
+    }
     if (tipo == TipoArquivo::Livro && QFile::exists(caminho + "-journal")) {
         // Rolling back may leave nothing of a book that was just being made.
         Motor(caminho, m_esperaMs).LerUmaVez();
         tipo = ExaminarArquivo(caminho, &erro);
     }
     if (tipo == TipoArquivo::Access && m_conversor) {
+        // A journal beside an Access file belongs to a book that is gone; it would be rolled back into the
+        // new one.
+        Motor::RemoverJournal(caminho);
         m_conversor(caminho);
         tipo = ExaminarArquivo(caminho, &erro);
     }
     switch (tipo) {
     case TipoArquivo::Livro:
+    case TipoArquivo::LivroWal:
         return;
     case TipoArquivo::Ausente:
     case TipoArquivo::Vazio:
@@ -79,13 +87,11 @@ void Banco::PrepararLivro(const QString &caminho) const
     case TipoArquivo::Outro:
         break;
     }
-    QString mensagem = erro.isEmpty() ? "O arquivo dadosr.lst não é um livro de receitas do Cozinhario 2005, "
-                                        "ou está danificado. Ele não foi alterado."
-                                      : "Não foi possível abrir o livro de receitas.";
-    mensagem += "\r\n\r\n" + caminho;
     if (!erro.isEmpty())
-        mensagem += ": " + erro;
-    throw ErroBanco(mensagem);
+        throw ErroBanco("Não foi possível abrir o livro de receitas.\r\n\r\n" + caminho + ": " + erro);
+    throw ErroBanco("O arquivo dadosr.lst não é um livro de receitas do Cozinhario 2005, ou está danificado. "
+                    "Ele não foi alterado.\r\n\r\n" +
+                    caminho);
 }
 
 RecordSet Banco::AbrirRecordset(const QString &sql) const
@@ -126,5 +132,5 @@ void Banco::LerUmaVez() const
 
 void Banco::RemoverJournal() const
 {
-    QFile::remove(CaminhoDoLivro() + "-journal"); // usually there is none
+    Motor::RemoverJournal(CaminhoDoLivro());
 }

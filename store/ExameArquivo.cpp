@@ -37,8 +37,11 @@ TipoArquivo ExaminarArquivo(const QString &caminho, QString *erro)
     if (lidos == 0)
         return TipoArquivo::Vazio;
     const std::string_view inicio(bytes.data(), static_cast<std::size_t>(lidos));
-    if (inicio.starts_with("SQLite format 3\0"sv))
-        return TipoArquivo::Livro;
+    if (inicio.starts_with("SQLite format 3\0"sv)) {
+        constexpr std::size_t kVersaoDeLeitura = 19; // offset in the file's header; 2 is the write-ahead log
+        return inicio.size() > kVersaoDeLeitura && inicio[kVersaoDeLeitura] == 2 ? TipoArquivo::LivroWal
+                                                                                 : TipoArquivo::Livro;
+    }
     if (inicio.starts_with("\0\1\0\0Standard Jet DB"sv) || inicio.starts_with("\0\1\0\0Standard ACE DB"sv))
         return TipoArquivo::Access;
     return TipoArquivo::Outro;

@@ -4,11 +4,12 @@
 
 /// What the first bytes of a file say about it.
 enum class TipoArquivo {
-    Ausente, ///< there is none
-    Vazio,   ///< no byte in it
-    Livro,   ///< a book of this program
-    Access,  ///< an Access database, as older copies of the program kept
-    Outro    ///< anything else, folders included
+    Ausente,  ///< there is none
+    Vazio,    ///< no byte in it
+    Livro,    ///< a book of this program
+    LivroWal, ///< the same, left by another tool in the journal mode that keeps part of it in a second file
+    Access,   ///< an Access database, as older copies of the program kept
+    Outro     ///< anything else, folders included
 };
 
 /**

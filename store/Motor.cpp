@@ -229,7 +229,17 @@ Motor::~Motor()
 
 void Motor::Falhar(int codigo) const
 {
-    throw ErroBanco(Mensagem(codigo, QString::fromUtf8(sqlite3_errmsg(m_conexao))));
+    const QString detalhe = QString::fromUtf8(sqlite3_errmsg(m_conexao));
+    // A database of another program opens well, and then lacks what is asked for.
+    if ((codigo & 0xFF) == SQLITE_ERROR && !(TemTabela("Receitas") && TemTabela("Ingredientes")))
+        codigo = SQLITE_NOTADB;
+    throw ErroBanco(Mensagem(codigo, detalhe));
+}
+
+bool Motor::TemTabela(const char *nome) const
+{
+    return sqlite3_table_column_metadata(m_conexao, nullptr, nome, nullptr, nullptr, nullptr, nullptr,
+                                         nullptr, nullptr) == SQLITE_OK;
 }
 
 Motor::Comando Motor::Preparar(const QString &sql)
@@ -324,35 +334,50 @@ int Motor::Executar(const QString &sql)
 
 void Motor::LerUmaVez()
 {
-    const int rc = sqlite3_table_column_metadata(m_conexao, nullptr, "Receitas", nullptr, nullptr, nullptr,
-                                                 nullptr, nullptr, nullptr);
+    // Any read makes the engine play back a journal that a crash left behind.
+    sqlite3_set_authorizer(m_conexao, nullptr, nullptr);
+    const int rc = sqlite3_exec(m_conexao, "SELECT 1 FROM sqlite_master LIMIT 1", nullptr, nullptr, nullptr);
+    sqlite3_set_authorizer(m_conexao, Autorizar, nullptr);
     if (rc != SQLITE_OK)
         Falhar(rc);
 }
 
+void Motor::SairDoWal()
+{
+    sqlite3_set_authorizer(m_conexao, nullptr, nullptr);
+    // Refused while the other tool holds the book; it can be read all the same.
+    sqlite3_exec(m_conexao, "PRAGMA journal_mode=DELETE", nullptr, nullptr, nullptr);
+    sqlite3_set_authorizer(m_conexao, Autorizar, nullptr);
+}
+
+void Motor::CriarNoVazio()
+{
+    sqlite3_set_authorizer(m_conexao, nullptr, nullptr);
+    int rc = sqlite3_exec(m_conexao, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr);
+    if (rc == SQLITE_OK && TemTabela("Receitas"))
+        return; // another copy of the program was quicker; closing ends the transaction
+    if (rc == SQLITE_OK)
+        rc = sqlite3_exec(m_conexao, EsquemaDoLivro(), nullptr, nullptr, nullptr);
+    if (rc == SQLITE_OK)
+        rc = sqlite3_exec(m_conexao, "COMMIT", nullptr, nullptr, nullptr);
+    if (rc != SQLITE_OK)
+        throw ErroBanco(Mensagem(rc, QString::fromUtf8(sqlite3_errmsg(m_conexao))));
+}
+
 void Motor::Criar(const QString &caminho, int esperaMs)
 {
-    struct stat dados = {};
-    if (::stat(QFile::encodeName(caminho).constData(), &dados) != 0) {
-        // A journal whose book is gone would be played back into the new one.
-        QFile::remove(caminho + "-journal");
-        CriarArquivo(caminho);
+    if (QFileInfo::exists(caminho)) {
+        // An empty file keeps its place and rights; the engine's own journal makes this one step as well.
+        Motor(caminho, esperaMs).CriarNoVazio();
         return;
     }
-    // An empty file keeps its place and rights; the engine's own journal makes this one step as well.
-    const Motor motor(caminho, esperaMs);
-    sqlite3_set_authorizer(motor.m_conexao, nullptr, nullptr);
-    char *erro = nullptr;
-    int rc = sqlite3_exec(motor.m_conexao, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr);
-    if (rc == SQLITE_OK &&
-        sqlite3_table_column_metadata(motor.m_conexao, nullptr, "Receitas", nullptr, nullptr, nullptr,
-                                      nullptr, nullptr, nullptr) == SQLITE_OK)
-        return; // another copy was quicker; closing ends the transaction
-    if (rc == SQLITE_OK)
-        rc = sqlite3_exec(motor.m_conexao, EsquemaDoLivro(), nullptr, nullptr, &erro);
-    sqlite3_free(erro);
-    if (rc == SQLITE_OK)
-        rc = sqlite3_exec(motor.m_conexao, "COMMIT", nullptr, nullptr, nullptr);
-    if (rc != SQLITE_OK)
-        motor.Falhar(rc);
+    // A journal whose book is gone would be played back into the new one.
+    RemoverJournal(caminho);
+    CriarArquivo(caminho);
+}
+
+void Motor::RemoverJournal(const QString &caminho)
+{
+    for (const char *cauda : {"-journal", "-wal", "-shm"})
+        QFile::remove(caminho + cauda); // usually there is none
 }

@@ -37,12 +37,17 @@ public:
     int Executar(const QString &sql);
     /// Reads a little, which rolls back what a crash left half done.
     void LerUmaVez();
+    /// Brings a book that another tool left in write-ahead mode back into one file; does nothing while that
+    /// tool still has it open.
+    void SairDoWal();
 
     /**
      * Makes an empty book in `caminho`, where no file or an empty one stands, in one step: whatever happens
      * meanwhile there is either no book or a whole one, and a book that another copy made first stays.
      */
     static void Criar(const QString &caminho, int esperaMs);
+    /// Removes what a crash may have left beside the book for the engine to play back.
+    static void RemoverJournal(const QString &caminho);
 
 private:
     struct FecharComando {
@@ -52,6 +57,8 @@ private:
 
     Comando Preparar(const QString &sql);
     [[noreturn]] void Falhar(int codigo) const;
+    void CriarNoVazio();
+    bool TemTabela(const char *nome) const;
 
     sqlite3 *m_conexao = nullptr;
 };

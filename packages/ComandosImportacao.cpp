@@ -1,0 +1,51 @@
+#include "packages/ComandosImportacao.h"
+
+#include "store/Comandos.h"
+
+namespace
+{
+QString Esc(const QString &valor)
+{
+    return Pacote::DesfazerVirgulas(QString(valor).replace("'", "''"));
+}
+
+QString EntreApostrofos(const QString &valor)
+{
+    return "'" + valor + "'";
+}
+
+QString OuNulo(const QString &valor)
+{
+    return valor.isEmpty() ? QString("NULL") : EntreApostrofos(Esc(valor));
+}
+
+/// As it stands in the package, quoted; `vazio` when there is nothing.
+QString SemEscape(QStringView valor, const QString &vazio)
+{
+    return valor.isEmpty() ? vazio : EntreApostrofos(valor.toString());
+}
+} // namespace
+
+QString ComandosImportacao::SqlInserirReceita(const Pacote::Registro &receita, const QDate &hoje)
+{
+    const auto valor = [&](QStringView tag) { return receita.Valor(tag).toString(); };
+    const QString tipo = valor(u"TIPO");
+    return "Insert into Receitas(Nome,Data,Classificacao,Modo,Tipo,Origem,Porcoes,Preparo,Tipo_Calorias,"
+           "Calorias,Observacao,Figura) values (" +
+           EntreApostrofos(Esc(valor(u"NOME"))) + "," + Comandos::Data(hoje) + "," +
+           OuNulo(valor(u"CLASSIFICACAO")) + "," +
+           EntreApostrofos(Esc(Pacote::DesfazerQuebras(receita.Valor(u"MODO")))) + "," +
+           (tipo.isEmpty() ? QString("NULL") : tipo) + "," + OuNulo(valor(u"ORIGEM")) + "," +
+           SemEscape(receita.Valor(u"PORCOES"), "0") + "," + OuNulo(valor(u"PREPARO")) + "," +
+           SemEscape(receita.Valor(u"TIPO_CALORIAS"), "NULL") + "," +
+           SemEscape(receita.Valor(u"CALORIAS"), "0") + "," +
+           OuNulo(Pacote::DesfazerQuebras(receita.Valor(u"OBSERVACAO"))) + ",NULL)";
+}
+
+QString ComandosImportacao::SqlInserirIngrediente(qint64 lngReceita, const Pacote::Registro &item)
+{
+    return "Insert into Ingredientes(id_receitas,Ingrediente,Quantidade,Unidade) values (" +
+           QString::number(lngReceita) + "," + EntreApostrofos(Esc(item.Valor(u"INGREDIENTE").toString())) +
+           "," + OuNulo(item.Valor(u"QUANTIDADE").toString()) + "," +
+           OuNulo(item.Valor(u"UNIDADE").toString()) + ")";
+}

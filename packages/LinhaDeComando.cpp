@@ -1,0 +1,6 @@
+#include "packages/LinhaDeComando.h"
+
+QString CaminhoDaLinhaDeComando(const QStringList &argumentos)
+{
+    return argumentos.join(' ').remove('"');
+}

@@ -1,0 +1,109 @@
+#include "editor/QuadroFigura.h"
+
+#include "base/Avisos.h"
+#include "base/Protegido.h"
+#include "base/SeletorArquivos.h"
+#include "editor/EstadoFigura.h"
+#include "editor/ImagemFigura.h"
+#include "editor/Rotulo.h"
+#include "store/Banco.h"
+#include "store/Figuras.h"
+
+#include <QHBoxLayout>
+#include <QPushButton>
+
+QuadroFigura::QuadroFigura(const Banco &banco, Avisos &avisos, SeletorArquivos &seletor, QWidget *parent)
+    // The same caption as the ingredients' frame, on purpose: the two stand in one place.
+    : QGroupBox(" Ingredientes : ", parent)
+    , m_banco(banco)
+    , m_avisos(avisos)
+    , m_seletor(seletor)
+    , m_imgFigura(new ImagemFigura)
+    , m_imgNada(new QLabel(this))
+    , m_cmdSalvarFig(new QPushButton("Alterar &Imagem"))
+    , m_cmdLimparFig(new QPushButton("&Limpar Imagem"))
+{
+    setObjectName("fraFigura");
+    m_imgNada->setObjectName("imgNada");
+    m_imgNada->setPixmap(QPixmap(":/sem_figura.jpg"));
+    m_imgNada->hide();
+    m_cmdSalvarFig->setObjectName("cmdSalvarFig");
+    m_cmdSalvarFig->setAccessibleName("Alterar Imagem");
+    m_cmdLimparFig->setObjectName("cmdLimparFig");
+    m_cmdLimparFig->setAccessibleName("Limpar Imagem");
+
+    auto *botoes = new QHBoxLayout;
+    botoes->setSpacing(kEspaco);
+    botoes->addStretch();
+    botoes->addWidget(m_cmdLimparFig);
+    botoes->addWidget(m_cmdSalvarFig);
+    auto *coluna = new QVBoxLayout(this);
+    coluna->setContentsMargins(kMargemQuadro);
+    coluna->setSpacing(kEspaco);
+    coluna->addWidget(m_imgFigura, 1);
+    coluna->addLayout(botoes);
+
+    connect(m_cmdSalvarFig, &QPushButton::clicked, this, Protegido(m_avisos, [this] { Escolher(); }));
+    connect(m_cmdLimparFig, &QPushButton::clicked, this, Protegido(m_avisos, [this] {
+                Limpar();
+                m_cmdSalvarFig->setFocus(); // the button that had it is gone
+            }));
+    Limpar();
+}
+
+void QuadroFigura::Mostrar(const QImage &imagem, const QString &tag)
+{
+    m_imgFigura->Mostrar(imagem);
+    m_imgFigura->DefinirTag(tag);
+    m_cmdLimparFig->setVisible(tag != EstadoFigura::kNada);
+}
+
+void QuadroFigura::Limpar()
+{
+    Mostrar(m_imgNada->pixmap(Qt::ReturnByValue).toImage(), EstadoFigura::kNada);
+}
+
+bool QuadroFigura::MostrarAntiga(const QString &caminho)
+{
+    const QImage imagem = caminho.isEmpty() ? QImage() : CarregarImagem(caminho);
+    if (imagem.isNull()) {
+        Limpar();
+        return false;
+    }
+    Mostrar(imagem, EstadoFigura::kAntiga);
+    return true;
+}
+
+void QuadroFigura::Escolher()
+{
+    PedidoArquivo pedido;
+    pedido.titulo = "Selecione a Imagem ";
+    pedido.filtro = "Arquivos de Imagens|*.bmp;*.jpg;*.gif;*.img";
+    pedido.pastaInicial = m_pastaInicial.isEmpty() ? m_banco.Caminho(QString()) : m_pastaInicial;
+    const QString caminho = m_seletor.EscolherParaAbrir(pedido);
+    if (caminho.isEmpty())
+        return;
+    const QImage imagem = CarregarImagem(caminho);
+    if (imagem.isNull()) {
+        m_avisos.Avisar("Imagem de Formato Inválido", Avisos::Icone::Parada);
+        return;
+    }
+    Mostrar(imagem, caminho);
+    m_pastaInicial = caminho.left(caminho.lastIndexOf('/') + 1);
+}
+
+QString QuadroFigura::Tag() const
+{
+    return m_imgFigura->Tag();
+}
+
+void QuadroFigura::DarPorGravada()
+{
+    if (Tag() != EstadoFigura::kNada)
+        m_imgFigura->DefinirTag(EstadoFigura::kAntiga);
+}
+
+bool QuadroFigura::FiguraMostrada() const
+{
+    return Tag() != EstadoFigura::kNada;
+}

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QGroupBox>
+#include <QStringList>
+
+class ArvoreIngredientes;
+class Avisos;
+class CampoTexto;
+class ComboCompletavel;
+class QPushButton;
+class QTreeWidgetItem;
+
+/**
+ * The frame `fraIngredientes`: the entry fields of an ingredient line and the tree of the lines.
+ *
+ * While a line is being changed `cmdLimparDados` is visible, otherwise hidden.
+ */
+class QuadroIngredientes : public QGroupBox
+{
+    Q_OBJECT
+public:
+    /// Characters of `txtQtde`; quantities are short texts ("1/2", "2 a 3").
+    static constexpr int kLimiteQtde = 20;
+
+    QuadroIngredientes(Avisos &avisos, bool &blnApagandoCombo, QWidget *parent = nullptr);
+
+    void DefinirValores(const QStringList &ingredientes, const QStringList &unidades);
+    /// Replaces all lines and forgets the line being changed.
+    void DefinirLinhas(const QStringList &tags);
+    QStringList Linhas() const;
+    /// Clears the three entry fields, hides cmdLimparDados and forgets the line being changed.
+    void EsquecerLinhaEmEdicao();
+    void FocarIngrediente();
+
+private:
+    void Salvar();
+    void Abandonar();
+    void Escolher(QTreeWidgetItem *no);
+    void Remover(QTreeWidgetItem *no);
+
+    Avisos &m_avisos;
+    CampoTexto *m_txtQtde;
+    ComboCompletavel *m_cmbMedida;
+    ComboCompletavel *m_cmbIngrediente;
+    QPushButton *m_cmdSalvarIngredientes;
+    QPushButton *m_cmdLimparDados;
+    ArvoreIngredientes *m_arvore;
+    QTreeWidgetItem *m_linhaEmEdicao = nullptr;
+};

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QElapsedTimer>
+#include <QTreeView>
+
+class ModeloLista;
+
+/**
+ * The list view of the recipes: whole rows, several at once, and what the mouse and the keyboard ask of it as
+ * signals. It knows no database.
+ */
+class ListaReceitas : public QTreeView
+{
+    Q_OBJECT
+public:
+    explicit ListaReceitas(ModeloLista &modelo, QWidget *parent = nullptr);
+
+    /// The selected rows, from the first to the last.
+    QList<int> LinhasSelecionadas() const;
+    /// The row that has the focus, when it is selected; -1 otherwise.
+    int LinhaAtual() const;
+    /// A line in the middle of an empty list.
+    void DefinirDica(const QString &dica);
+
+    /// Type-ahead: goes to the next recipe whose name begins with what was typed.
+    void keyboardSearch(const QString &search) override;
+
+signals:
+    void abrirPedido();
+    void excluirPedido();
+    void menuPedido(const QPoint &global);
+    void sobrevoada();
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
+    bool viewportEvent(QEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    void PedirMenuPeloTeclado();
+    void MostrarTextoInteiro(class QHelpEvent *event);
+
+    ModeloLista &m_modelo;
+    QString m_dica;
+    QString m_procura;
+    QElapsedTimer m_ultimaLetra;
+};

@@ -1,0 +1,266 @@
+#include "browse/PainelLista.h"
+
+#include "base/EventosPendentes.h"
+#include "base/OperacaoLonga.h"
+#include "base/PainelMensagem.h"
+#include "base/Ponteiro.h"
+#include "base/Protegido.h"
+#include "base/Telas.h"
+#include "browse/DetalheReceita.h"
+#include "browse/ExcluirReceita.h"
+#include "browse/ListaReceitas.h"
+#include "browse/ModeloLista.h"
+#include "browse/PainelCartao.h"
+#include "browse/RegraTipo.h"
+#include "browse/Selecao.h"
+#include "browse/frmMenu.h"
+#include "store/Banco.h"
+#include "store/Comandos.h"
+#include "store/ErroBanco.h"
+
+#include <QHeaderView>
+#include <QMenu>
+#include <QPointer>
+#include <QScopedValueRollback>
+
+namespace
+{
+constexpr int kLinhasPorVez = 4096; // taken over between two looks at the window's events
+
+constexpr auto kVazia = "Nenhuma receita para mostrar.";
+constexpr auto kLivroVazio =
+    "Seu livro ainda não tem receitas. Cadastre a primeira com o botão Nova Receita.";
+} // namespace
+
+PainelLista::PainelLista(const PortasLista &portas, QWidget *parent)
+    : Painel("picLstReceitas", parent)
+    , m_portas(portas)
+    , m_modelo(new ModeloLista(this))
+    , m_lstVwReceitas(new ListaReceitas(*m_modelo, this))
+    , m_menu(new frmMenu(this))
+{
+    setAccessibleName("Lista de receitas");
+    setMouseTracking(true);
+    setFocusProxy(m_lstVwReceitas);
+    DefinirLugar(0, 0, 9330, 6540);
+    MostrarOrdem();
+
+    const auto ligar = [this](auto sinal, auto metodo) {
+        connect(m_lstVwReceitas, sinal, this,
+                Protegido(m_portas.avisos, [this, metodo] { (this->*metodo)(); }));
+    };
+    ligar(&ListaReceitas::abrirPedido, &PainelLista::AbrirPrimeiraSelecionada);
+    ligar(&ListaReceitas::excluirPedido, &PainelLista::ExcluirSelecionadas);
+    connect(m_lstVwReceitas, &ListaReceitas::menuPedido, this, &PainelLista::AbrirMenu);
+    connect(m_lstVwReceitas, &ListaReceitas::sobrevoada, this, [this] { m_portas.telas.RestaurarBotoes(); });
+    connect(m_lstVwReceitas->header(), &QHeaderView::sectionClicked, this, &PainelLista::OrdenarPor);
+    LigarMenu();
+}
+
+void PainelLista::LigarMenu()
+{
+    const auto ligar = [this](QAction *item, auto acao) {
+        connect(item, &QAction::triggered, this, Protegido(m_portas.avisos, [this, acao] {
+                    if (const qint64 receita = ReceitaAtual())
+                        acao(receita);
+                }));
+    };
+    ligar(m_menu->mnuConsultarReceita, [this](qint64 receita) { ConsultarReceita(receita); });
+    ligar(m_menu->mnuAlterarReceita, [this](qint64 receita) { AlterarReceita(receita); });
+    ligar(m_menu->mnuImprimirReceita, [this](qint64 receita) { emit impressaoPedida(receita); });
+    ligar(m_menu->mnuExcluirReceita, [this](qint64 receita) { ExcluirPeloMenu(receita); });
+}
+
+void PainelLista::resizeEvent(QResizeEvent *event)
+{
+    Painel::resizeEvent(event);
+    m_lstVwReceitas->setGeometry(1, 1, std::max(width() - 2, 0), std::max(height() - 2, 0));
+}
+
+void PainelLista::mouseMoveEvent(QMouseEvent *event)
+{
+    Painel::mouseMoveEvent(event);
+    m_portas.telas.RestaurarBotoes();
+}
+
+void PainelLista::imgLstRcta_Click()
+{
+    if (m_blnCarregandoLista)
+        return;
+    {
+        const QScopedValueRollback carregando(m_blnCarregandoLista, true);
+        const QPointer<PainelLista> vivo(this);
+        m_portas.telas.RestaurarBotoes();
+        if (!isVisibleTo(parentWidget()))
+            DefinirAltura(kRecolhido);
+        m_portas.telas.AbrirTela("ListaReceitas");
+        Preencher();
+        if (Encerrando())
+            return;
+        if (Altura() == kRecolhido) {
+            Rolar(m_portas.telas.AlturaDeTrabalho());
+            if (!vivo || Encerrando())
+                return;
+        } else {
+            DefinirAltura(m_portas.telas.AlturaDeTrabalho());
+        }
+        // The user may have gone on to another view while the panel was rolling.
+        if (m_portas.telas.TelaAtual() == "Listagem")
+            m_lstVwReceitas->setFocus();
+    }
+    // What the user asked for while the list was being filled.
+    if (!m_strSQLLista.isEmpty())
+        imgLstRcta_Click();
+    if (std::exchange(m_excluirDepois, false))
+        ExcluirSelecionadas();
+}
+
+void PainelLista::Preencher()
+{
+    // Taken at once: a search that runs in between two steps of this fill sets them for the next one.
+    const QString pedida = std::exchange(m_strSQLLista, QString());
+    const qint64 limite = std::exchange(m_lngLimiteCalorias, 0);
+    RecordSet rs;
+    bool aberta = true;
+    try {
+        rs = m_portas.banco.AbrirRecordset(pedida.isEmpty() ? Comandos::SqlLista() : pedida,
+                                           LinhasLista::CamposLidos());
+    } catch (const ErroBanco &) {
+        // Ignored by promise: the list stays empty.
+        aberta = false;
+        Ponteiro::Normal();
+    }
+    m_lstVwReceitas->DefinirDica("");
+    m_modelo->Limpar();
+
+    LinhasLista linhas(rs, limite);
+    while (linhas.Tomar(kLinhasPorVez)) {
+        DeixarEventosRodarem();
+        if (Encerrando())
+            return;
+    }
+    if (m_chave >= 0)
+        linhas.Ordenar(static_cast<LinhasLista::Coluna>(m_chave));
+    m_lstVwReceitas->DefinirDica(aberta && pedida.isEmpty() && rs.RecordCount() == 0 ? kLivroVazio : kVazia);
+    m_modelo->Preencher(std::move(linhas));
+}
+
+QList<qint64> PainelLista::ReceitasSelecionadas() const
+{
+    QList<qint64> receitas;
+    for (const int linha : m_lstVwReceitas->LinhasSelecionadas())
+        receitas.append(m_modelo->Linhas().Receita(linha));
+    return receitas;
+}
+
+QString PainelLista::SelecaoComoTexto() const
+{
+    return TextoSelecao(ReceitasSelecionadas());
+}
+
+qint64 PainelLista::ReceitaAtual() const
+{
+    const int linha = m_lstVwReceitas->LinhaAtual();
+    return linha < 0 ? 0 : m_modelo->Linhas().Receita(linha);
+}
+
+void PainelLista::OrdenarPor(int coluna)
+{
+    if (coluna <= LinhasLista::Origem) { // the other two columns do not sort
+        m_chave = coluna;
+        m_modelo->Ordenar(static_cast<LinhasLista::Coluna>(coluna));
+    }
+    MostrarOrdem();
+}
+
+void PainelLista::MostrarOrdem()
+{
+    QHeaderView *cabecalho = m_lstVwReceitas->header();
+    cabecalho->setSortIndicatorShown(m_chave >= 0);
+    cabecalho->setSortIndicator(m_chave, Qt::AscendingOrder);
+}
+
+void PainelLista::AbrirPrimeiraSelecionada()
+{
+    const QList<int> linhas = m_lstVwReceitas->LinhasSelecionadas();
+    if (!linhas.isEmpty())
+        ConsultarReceita(m_modelo->Linhas().Receita(linhas.first()));
+}
+
+void PainelLista::ConsultarReceita(qint64 lngReceita)
+{
+    m_portas.detalhe.EsquecerLinhaEmEdicao();
+    m_portas.detalhe.CarregarDetalheReceita(lngReceita, true);
+    m_portas.cartao.CarregarPreviewReceita(lngReceita);
+}
+
+void PainelLista::AlterarReceita(qint64 lngReceita)
+{
+    m_portas.detalhe.CarregarValoresDetalheReceita(0);
+    m_portas.detalhe.CarregarDetalheReceita(lngReceita, false);
+}
+
+void PainelLista::ExcluirSelecionadas()
+{
+    if (m_excluindo)
+        return;
+    if (m_blnCarregandoLista) { // the fill would bring the deleted rows back
+        m_excluirDepois = true;
+        return;
+    }
+    const QList<qint64> receitas = ReceitasSelecionadas();
+    if (receitas.isEmpty())
+        return;
+    const QScopedValueRollback excluindo(m_excluindo, true);
+    if (!m_portas.avisos.Perguntar(receitas.size() == 1 ? "Confirma Exclusão da Receita?"
+                                                        : "Confirma Exclusão das Receitas?"))
+        return;
+    try {
+        if (receitas.size() == 1) {
+            ExcluirReceita(m_portas.banco, receitas.first());
+            m_portas.mensagem.Esconder();
+        } else {
+            ExcluirVarias(receitas);
+        }
+    } catch (...) {
+        imgLstRcta_Click(); // what was deleted before the failure must not stay on the screen
+        throw;
+    }
+    if (!Encerrando())
+        imgLstRcta_Click();
+}
+
+void PainelLista::ExcluirVarias(const QList<qint64> &receitas)
+{
+    OperacaoLonga operacao(m_portas.mensagem, "Efetuando Exclusão das Receitas...",
+                           static_cast<int>(receitas.size()));
+    for (const qint64 receita : receitas) {
+        operacao.Avancar();
+        if (Encerrando())
+            return;
+        ExcluirReceita(m_portas.banco, receita);
+    }
+    operacao.DefinirValor(operacao.Maximo());
+}
+
+void PainelLista::ExcluirPeloMenu(qint64 lngReceita)
+{
+    if (m_excluindo)
+        return;
+    const QScopedValueRollback excluindo(m_excluindo, true);
+    if (!m_portas.avisos.Perguntar("Confirma Exclusão da Receita?"))
+        return;
+    ExcluirReceita(m_portas.banco, lngReceita);
+    if (const int linha = m_modelo->Linhas().Linha(lngReceita); linha >= 0)
+        m_modelo->Remover(linha);
+}
+
+void PainelLista::AbrirMenu(const QPoint &global)
+{
+    const int linha = m_lstVwReceitas->LinhaAtual();
+    if (linha < 0 || m_menu->mnuPopUp->isVisible())
+        return;
+    m_menu->mnuAlterarReceita->setEnabled(PodeAlterar(m_modelo->Linhas().Tag(linha)));
+    m_menu->mnuImprimirReceita->setEnabled(true);
+    m_menu->mnuPopUp->popup(global);
+}

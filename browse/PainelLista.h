@@ -1,0 +1,88 @@
+#pragma once
+
+#include "base/Painel.h"
+
+#include <QList>
+
+class Avisos;
+class Banco;
+class DetalheReceita;
+class frmMenu;
+class ListaReceitas;
+class ModeloLista;
+class PainelCartao;
+class PainelMensagem;
+class Telas;
+
+/// Everything outside the list that it asks for something.
+struct PortasLista {
+    const Banco &banco;
+    Avisos &avisos;
+    Telas &telas;
+    PainelMensagem &mensagem;
+    DetalheReceita &detalhe;
+    PainelCartao &cartao;
+};
+
+/// The recipe list: every stored recipe, or what the last search found, with its pop-up menu and deletions.
+class PainelLista : public Painel
+{
+    Q_OBJECT
+public:
+    explicit PainelLista(const PortasLista &portas, QWidget *parent = nullptr);
+
+    /// The query of the next fill, and of that one only; empty lists everything.
+    void DefinirConsulta(const QString &strSQLLista) { m_strSQLLista = strSQLLista; }
+    /// The calorie limit of the next fill, and of that one only; 0 for none.
+    void DefinirLimite(qint64 lngLimiteCalorias) { m_lngLimiteCalorias = lngLimiteCalorias; }
+    qint64 Limite() const { return m_lngLimiteCalorias; }
+
+    /**
+     * Fills the list and shows its view, rolling the panel open when it was closed. A call while a fill is
+     * running returns at once. A query that fails leaves the list empty, without a message.
+     */
+    void imgLstRcta_Click();
+    bool Carregando() const { return m_blnCarregandoLista; }
+
+    /// Numbers of the selected recipes in list order.
+    QList<qint64> ReceitasSelecionadas() const;
+    /// The same as text, each number followed by a comma; "" when nothing is selected.
+    QString SelecaoComoTexto() const;
+    /// Number of the recipe that has the focus and is selected, or 0.
+    qint64 ReceitaAtual() const;
+
+    ListaReceitas *lstVwReceitas() const { return m_lstVwReceitas; }
+
+signals:
+    /// "&Imprimir Receita" was chosen for this recipe.
+    void impressaoPedida(qint64 lngReceita);
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+
+private:
+    void Preencher();
+    void OrdenarPor(int coluna);
+    void MostrarOrdem();
+    void AbrirPrimeiraSelecionada();
+    void ConsultarReceita(qint64 lngReceita);
+    void AlterarReceita(qint64 lngReceita);
+    void ExcluirSelecionadas();
+    void ExcluirVarias(const QList<qint64> &receitas);
+    void ExcluirPeloMenu(qint64 lngReceita);
+    void AbrirMenu(const QPoint &global);
+    void LigarMenu();
+
+    PortasLista m_portas;
+    ModeloLista *m_modelo;
+    ListaReceitas *m_lstVwReceitas;
+    frmMenu *m_menu;
+
+    QString m_strSQLLista;
+    qint64 m_lngLimiteCalorias = 0;
+    bool m_blnCarregandoLista = false;
+    int m_chave = -1; ///< column that the list is sorted by; -1: as the query gives it
+    bool m_excluindo = false;
+    bool m_excluirDepois = false; ///< the Delete key came while the list was being filled
+};

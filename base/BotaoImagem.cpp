@@ -2,12 +2,19 @@
 
 #include <QFocusEvent>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QPainter>
 
-BotaoImagem::BotaoImagem(const QString &nome, const QString &dica, QWidget *parent)
+namespace
+{
+constexpr int kMargem = 3; // room for the focus ring around the image
+}
+
+BotaoImagem::BotaoImagem(const QString &nome, const QString &dica, const QLabel *normal, const QLabel *sobre,
+                         QWidget *parent)
     : QAbstractButton(parent)
-    , m_normal(":/botoes/" + nome + "Norm.svg")
-    , m_sobre(":/botoes/" + nome + "Over.svg")
+    , m_normal(normal)
+    , m_sobre(sobre)
 {
     setObjectName(nome);
     setToolTip(dica);
@@ -15,6 +22,13 @@ BotaoImagem::BotaoImagem(const QString &nome, const QString &dica, QWidget *pare
     setFocusPolicy(Qt::TabFocus);
     setMouseTracking(true);
     setCursor(Qt::PointingHandCursor);
+    resize(sizeHint());
+}
+
+QSize BotaoImagem::sizeHint() const
+{
+    const QSize figura = m_normal->pixmap().deviceIndependentSize().toSize();
+    return figura + QSize(2 * kMargem, 2 * kMargem);
 }
 
 void BotaoImagem::Acender(bool aceso)
@@ -25,22 +39,29 @@ void BotaoImagem::Acender(bool aceso)
     update();
 }
 
+QPixmap BotaoImagem::Figura() const
+{
+    return (m_aceso && isEnabled() ? m_sobre : m_normal)->pixmap();
+}
+
 void BotaoImagem::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     if (!isEnabled())
         painter.setOpacity(0.35);
-    const QRect area = rect().adjusted(2, 2, -2, -2);
-    // A pressed button sinks by a pixel.
-    const QRect onde = isDown() ? area.translated(1, 1) : area;
-    (m_aceso && isEnabled() ? m_sobre : m_normal).paint(&painter, onde);
+    const QPixmap figura = Figura();
+    const QSize tamanho = figura.deviceIndependentSize().toSize();
+    QPoint canto((width() - tamanho.width()) / 2, (height() - tamanho.height()) / 2);
+    if (isDown())
+        canto += QPoint(1, 1); // a pressed button sinks by a pixel
+    painter.drawPixmap(canto, figura);
     if (hasFocus()) {
-        painter.setOpacity(1);
-        painter.setPen(QPen(QColor(0xff, 0xff, 0xff), 1.5));
-        painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), 6, 6);
+        const QRectF anel = QRectF(rect()).adjusted(1, 1, -1, -1);
+        painter.setPen(QPen(Qt::white, 2));
+        painter.drawRoundedRect(anel, 6, 6);
         painter.setPen(QPen(QColor(0x12, 0x24, 0x5c), 1, Qt::DotLine));
-        painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), 6, 6);
+        painter.drawRoundedRect(anel, 6, 6);
     }
 }
 

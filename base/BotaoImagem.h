@@ -1,24 +1,30 @@
 #pragma once
 
 #include <QAbstractButton>
-#include <QIcon>
+#include <QPixmap>
+
+class QLabel;
 
 /**
- * An image that is a button: two looks, normal and lit. Which one shows is decided from outside
- * (frmPrincipal::AtualizarBotoes); the keyboard reaches it like any button and the focus is drawn.
+ * An image that is a button. It has two looks, normal and lit, kept by two image controls; which one shows is
+ * decided from outside (the main window lights the one under the mouse). The keyboard reaches it like any
+ * button and the focus is drawn.
  */
 class BotaoImagem : public QAbstractButton
 {
     Q_OBJECT
+    Q_PROPERTY(QPixmap pixmap READ Figura)
     Q_PROPERTY(bool aceso READ Aceso)
 
 public:
-    /// Loads ":/botoes/<nome>Norm.svg" and ":/botoes/<nome>Over.svg".
-    explicit BotaoImagem(const QString &nome, const QString &dica, QWidget *parent = nullptr);
+    BotaoImagem(const QString &nome, const QString &dica, const QLabel *normal, const QLabel *sobre,
+                QWidget *parent = nullptr);
 
     bool Aceso() const { return m_aceso; }
     void Acender(bool aceso);
-    QSize sizeHint() const override { return {40, 40}; }
+    /// The look that shows now.
+    QPixmap Figura() const;
+    QSize sizeHint() const override;
 
 signals:
     /// The mouse moves over the button, or the keyboard's focus comes to it.
@@ -32,7 +38,7 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
 
 private:
-    QIcon m_normal;
-    QIcon m_sobre;
+    const QLabel *m_normal;
+    const QLabel *m_sobre;
     bool m_aceso = false;
 };

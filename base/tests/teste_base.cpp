@@ -1,0 +1,216 @@
+#include "base/FiltrarTecla.h"
+#include "base/Numero.h"
+#include "base/OperacaoLonga.h"
+#include "base/PaginaCodigo.h"
+#include "base/PainelMensagem.h"
+#include "base/Separadores.h"
+#include "base/Texto.h"
+#include "base/Twips.h"
+
+#include <QLocale>
+#include <QTest>
+
+namespace
+{
+class PainelDeTeste : public PainelMensagem
+{
+public:
+    void Mostrar(const QString &texto, int maximo) override
+    {
+        visivel = true;
+        historia << QString("mostrar %1 0..%2").arg(texto).arg(maximo);
+    }
+    void DefinirMaximo(int maximo) override { historia << QString("maximo %1").arg(maximo); }
+    void DefinirValor(int valor) override { historia << QString("valor %1").arg(valor); }
+    void Esconder() override
+    {
+        visivel = false;
+        historia << "esconder";
+    }
+    bool visivel = false;
+    QStringList historia;
+};
+} // namespace
+
+class TesteBase : public QObject
+{
+    Q_OBJECT
+private slots:
+    void init() { Separadores::Definir({u',', u'.'}); }
+
+    void filtraATeclaDigitada_data()
+    {
+        QTest::addColumn<int>("codigo");
+        QTest::addColumn<bool>("numeric");
+        QTest::addColumn<bool>("fica");
+        for (const int livre : {3, 8, 22, 24}) {
+            QTest::addRow("comando %d em texto", livre) << livre << false << true;
+            QTest::addRow("comando %d em número", livre) << livre << true << true;
+        }
+        QTest::newRow("algarismo") << int('7') << true << true;
+        QTest::newRow("menos") << int('-') << true << true;
+        QTest::newRow("vírgula brasileira") << int(',') << true << true;
+        QTest::newRow("ponto") << int('.') << true << false;
+        QTest::newRow("letra em número") << int('a') << true << false;
+        QTest::newRow("blank em número") << int(' ') << true << false;
+        QTest::newRow("apóstrofo") << int('\'') << false << false;
+        QTest::newRow("apóstrofo em número") << int('\'') << true << false;
+        QTest::newRow("Enter") << 13 << false << false;
+        QTest::newRow("Enter em número") << 13 << true << false;
+        QTest::newRow("código 29") << 29 << false << false;
+        QTest::newRow("código 30") << 30 << false << true;
+        QTest::newRow("letra") << int('a') << false << true;
+        QTest::newRow("letra acentuada") << 0xE3 << false << true;
+        QTest::newRow("fora do código de página") << 0x4E2D << false << true;
+    }
+    void filtraATeclaDigitada()
+    {
+        QFETCH(int, codigo);
+        QFETCH(bool, numeric);
+        QFETCH(bool, fica);
+        auto tecla = static_cast<quint16>(codigo);
+        const quint16 esperado = fica ? tecla : quint16(0);
+        QCOMPARE(FiltrarTecla(tecla, numeric), esperado);
+        QCOMPARE(tecla, esperado); // the argument carries the result, too
+    }
+
+    void oSeparadorDecimalEODoUsuario()
+    {
+        Separadores::Definir(Separadores::De(QLocale("en_US")));
+        quint16 ponto = u'.';
+        quint16 virgula = u',';
+        QCOMPARE(FiltrarTecla(ponto, true), quint16(u'.'));
+        QCOMPARE(FiltrarTecla(virgula, true), quint16(0));
+    }
+
+    void separadoresDaLocalidade()
+    {
+        const Separadores brasil = Separadores::De(QLocale(QLocale::Portuguese, QLocale::Brazil));
+        QCOMPARE(brasil.decimal, QChar(u','));
+        QCOMPARE(brasil.milhar, QChar(u'.'));
+        // Portugal groups only from five digits on; the separator is the same question.
+        const Separadores ingles = Separadores::De(QLocale("en_US"));
+        QCOMPARE(ingles.decimal, QChar(u'.'));
+        QCOMPARE(ingles.milhar, QChar(u','));
+    }
+
+    void umTextoComposto_perdeSoOQueOFiltroRecusa()
+    {
+        QCOMPARE(FiltrarTexto("d'água\r", false), QString("dágua"));
+        QCOMPARE(FiltrarTexto("1,5kg", true), QString("1,5"));
+    }
+
+    void aparaSoBrancos()
+    {
+        QCOMPARE(Aparar(u"  a b  "), QString("a b"));
+        QCOMPARE(Aparar(u"\ta\r\n"), QString("\ta\r\n"));
+        QCOMPARE(Aparar(u"   "), QString(""));
+    }
+
+    void removeTodosOsEnterDoFim()
+    {
+        QCOMPARE(RemoveEnter("Mexa.\r\n\r\n\r\n"), QString("Mexa."));
+        QCOMPARE(RemoveEnter("Mexa.\r\nSirva."), QString("Mexa.\r\nSirva."));
+        QCOMPARE(RemoveEnter("Mexa.\r\n "), QString("Mexa.\r\n "));
+        QCOMPARE(RemoveEnter("\r\n\r\n"), QString(""));
+        QCOMPARE(RemoveEnter("Mexa.\n"), QString("Mexa.\n"));
+    }
+
+    void valLeOComecoDoTexto_data()
+    {
+        QTest::addColumn<QString>("texto");
+        QTest::addColumn<double>("valor");
+        QTest::newRow("inteiro") << "3" << 3.0;
+        QTest::newRow("com resto") << "3 colheres" << 3.0;
+        QTest::newRow("fração") << "2.75" << 2.75;
+        QTest::newRow("vírgula acaba o número") << "2,75" << 2.0;
+        QTest::newRow("negativo") << "-4" << -4.0;
+        QTest::newRow("brancos") << " 1 2" << 12.0;
+        QTest::newRow("nada") << "" << 0.0;
+        QTest::newRow("letras") << "abc" << 0.0;
+        QTest::newRow("só sinal") << "-" << 0.0;
+    }
+    void valLeOComecoDoTexto()
+    {
+        QFETCH(QString, texto);
+        QFETCH(double, valor);
+        QCOMPARE(Val(texto), valor);
+    }
+
+    void contaOcorrencias()
+    {
+        QCOMPARE(ContarOcorrencias(u"12,7,30,", u","), 3);
+        QCOMPARE(ContarOcorrencias(u"aaaa", u"aa"), 2);
+        QCOMPARE(ContarOcorrencias(u"abc", u""), 0);
+    }
+
+    void numerosNaNotacaoDoUsuario()
+    {
+        QCOMPARE(TextoDoNumero(215.5), QString("215,5"));
+        QCOMPARE(TextoDoNumero(1000.0), QString("1000"));
+        QCOMPARE(TextoDoValor(QVariant()), QString(""));
+        QCOMPARE(TextoDoValor(QVariant(qint64(0))), QString("0"));
+        QCOMPARE(TextoDoValor(QVariant("Pão")), QString("Pão"));
+        QCOMPARE(Int(-1.5), -2.0);
+        QCOMPARE(Int(1.9), 1.0);
+        bool ok = false;
+        QCOMPARE(NumeroDoTexto(" 12,5 ", &ok), 12.5);
+        QVERIFY(ok);
+        (void)NumeroDoTexto("1-2", &ok);
+        QVERIFY(!ok);
+    }
+
+    void todoBytePassaPeloCodigoDePaginaEVolta()
+    {
+        QByteArray todos;
+        for (int i = 0; i < 256; ++i)
+            todos.append(static_cast<char>(i));
+        QCOMPARE(PaginaCodigo::ParaAnsi(PaginaCodigo::DeAnsi(todos)), todos);
+        QCOMPARE(PaginaCodigo::ParaAnsi(u"ção €"), QByteArray("\xE7\xE3o \x80"));
+    }
+
+    void oQueOCodigoDePaginaNaoTemVira_interrogacao()
+    {
+        QCOMPARE(PaginaCodigo::ParaAnsi(u"a\u4E2Db"), QByteArray("a?b"));
+        QCOMPARE(PaginaCodigo::ParaAnsi(u"\U0001F370!"), QByteArray("?!"));
+        QCOMPARE(PaginaCodigo::ByteDe(0x201C), 0x93);
+        QCOMPARE(PaginaCodigo::ByteDe(0x4E2D), -1);
+    }
+
+    void finsDeLinhaVaoEVoltam()
+    {
+        QCOMPARE(ComCrLf("a\nb\r\nc\rd"), QString("a\r\nb\r\nc\r\nd"));
+        QCOMPARE(ComLf("a\r\nb\rc"), QString("a\nb\nc"));
+    }
+
+    void twipsViramPixelsInteiros()
+    {
+        QCOMPARE(TwipsParaPixels(20), 1);
+        QCOMPARE(TwipsParaPixels(220), 15);
+        QCOMPARE(TwipsParaPixels(420), 28);
+        QCOMPARE(TwipsParaPixels(6540), 436);
+    }
+
+    void aOperacaoLongaSegueOPainelEOPonteiro()
+    {
+        PainelDeTeste painel;
+        try {
+            OperacaoLonga operacao(painel, "Trabalhando...", 2);
+            QVERIFY(painel.visivel);
+            QVERIFY(Ponteiro::EmEspera());
+            Ponteiro::Normal(); // what a database operation in between does
+            QVERIFY(Ponteiro::EmEspera());
+            operacao.Avancar();
+            operacao.DefinirValor(9);
+            throw 1;
+        } catch (int) {
+        }
+        QVERIFY(!painel.visivel);
+        QVERIFY(!Ponteiro::EmEspera());
+        QCOMPARE(painel.historia,
+                 (QStringList{"mostrar Trabalhando... 0..2", "valor 1", "valor 2", "esconder"}));
+    }
+};
+
+QTEST_GUILESS_MAIN(TesteBase)
+#include "teste_base.moc"

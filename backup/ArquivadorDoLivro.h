@@ -1,0 +1,42 @@
+#pragma once
+
+#include "backup/RecipienteEmFatias.h"
+
+#include <QString>
+
+class Banco;
+class Figuras;
+class QFile;
+
+/// How a piece of the work ended.
+enum class Fim {
+    Feito,
+    Falhou,       ///< a disk is full, a file cannot be read or written
+    GrandeDemais, ///< a file of 1 000 000 000 bytes or more: nine digits cannot say its length
+    Interrompido, ///< the program is ending
+};
+
+/// Writes the book and its pictures as entries of an archive (backup/ArquivoBackup.h).
+class ArquivadorDoLivro
+{
+public:
+    ArquivadorDoLivro(const Banco &banco, const Figuras &figuras, const RecipienteEmFatias::Pausa &pausa)
+        : m_banco(banco)
+        , m_figuras(figuras)
+        , m_pausa(pausa)
+    {
+    }
+
+    /// The database entry: the whole book, with no transaction half done in it. Throws ErroBanco when the
+    /// book cannot be opened.
+    Fim EscreverLivro(QFile &arquivo);
+    /// One picture's entry; a picture that is missing or empty gets none.
+    Fim EscreverFigura(QFile &arquivo, const QString &figura);
+
+private:
+    Fim Copiar(QFile &origem, qint64 tamanho, QFile &arquivo);
+
+    const Banco &m_banco;
+    const Figuras &m_figuras;
+    RecipienteEmFatias::Pausa m_pausa;
+};

@@ -1,5 +1,6 @@
 #include "base/PaginaCodigo.h"
 #include "exemplos/LeitorExemplos.h"
+#include "exemplos/desenhos/GravadorGif.h"
 
 #include <QDir>
 #include <QImage>
@@ -59,6 +60,11 @@ private slots:
     void receitasSaoVariadas();
     void figurasSaoVariadasEPequenas();
     void nenhumaFiguraSobra();
+
+    void gifGuardaAteDuzentasECinquentaESeisCores_data();
+    void gifGuardaAteDuzentasECinquentaESeisCores();
+    void gifAproximaMaisCores();
+    void gifDeImagemVaziaNaoExiste();
 
 private:
     QList<ReceitaExemplo> m_receitas;
@@ -321,6 +327,57 @@ void TesteExemplos::nenhumaFiguraSobra()
     }
     usadas.sort();
     QCOMPARE(QDir(PastaFiguras).entryList(QDir::Files, QDir::Name), usadas);
+}
+
+void TesteExemplos::gifGuardaAteDuzentasECinquentaESeisCores_data()
+{
+    QTest::addColumn<QSize>("tamanho");
+    QTest::addColumn<int>("cores");
+    QTest::newRow("um ponto") << QSize(1, 1) << 1;
+    QTest::newRow("uma cor só, códigos longos") << QSize(300, 300) << 1;
+    QTest::newRow("duas cores") << QSize(17, 5) << 2;
+    QTest::newRow("256 cores, tabela cheia muitas vezes") << QSize(251, 190) << 256;
+}
+
+void TesteExemplos::gifGuardaAteDuzentasECinquentaESeisCores()
+{
+    QFETCH(QSize, tamanho);
+    QFETCH(int, cores);
+    QImage imagem(tamanho, QImage::Format_RGB32);
+    quint32 semente = 7;
+    for (int y = 0; y < tamanho.height(); ++y) {
+        for (int x = 0; x < tamanho.width(); ++x) {
+            semente = semente * 1664525u + 1013904223u; // noise: LZW finds little to shorten
+            const int cor = int((semente >> 16) % quint32(cores));
+            imagem.setPixel(x, y, qRgb(cor, 255 - cor, (cor * 37) % 256));
+        }
+    }
+    const QImage lida = QImage::fromData(GravarGif(imagem), "GIF");
+    QCOMPARE(lida.convertToFormat(QImage::Format_RGB32), imagem);
+}
+
+void TesteExemplos::gifAproximaMaisCores()
+{
+    QImage imagem(64, 64, QImage::Format_RGB32);
+    for (int y = 0; y < 64; ++y) {
+        for (int x = 0; x < 64; ++x)
+            imagem.setPixel(x, y, qRgb(x * 4, y * 4, 128));
+    }
+    const QImage lida = QImage::fromData(GravarGif(imagem), "GIF");
+    QCOMPARE(lida.size(), imagem.size());
+    for (int y = 0; y < 64; ++y) {
+        for (int x = 0; x < 64; ++x) {
+            const QRgb antes = imagem.pixel(x, y), depois = lida.pixel(x, y);
+            QVERIFY(qAbs(qRed(antes) - qRed(depois)) <= 16);
+            QVERIFY(qAbs(qGreen(antes) - qGreen(depois)) <= 16);
+            QVERIFY(qAbs(qBlue(antes) - qBlue(depois)) <= 1);
+        }
+    }
+}
+
+void TesteExemplos::gifDeImagemVaziaNaoExiste()
+{
+    QVERIFY(GravarGif(QImage()).isEmpty());
 }
 
 QTEST_MAIN(TesteExemplos)

@@ -61,7 +61,7 @@ QString SqlOrigensPesquisa();
 /// but not escaped, on purpose: an apostrophe breaks the query and the user sees the database's error.
 /// Calorias goes in as it stands.
 struct Pesquisa {
-    QString Nome, Tipo, Origem, Ingrediente, Calorias, Preparo;
+    QString Nome = {}, Tipo = {}, Origem = {}, Ingrediente = {}, Calorias = {}, Preparo = {};
     bool ComFigura = false;
 };
 QString SqlPesquisa(const Pesquisa &pesquisa);

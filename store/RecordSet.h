@@ -25,6 +25,7 @@ public:
     QStringList FieldNames() const;
     /// Column of that name, or -1. Ask once before a long walk.
     int Campo(QStringView nome) const;
+    int Campo(const char *nome) const { return Campo(QString::fromUtf8(nome)); }
 
     bool Eof() const { return m_linha >= RecordCount(); }
     void MoveNext() { ++m_linha; }
@@ -32,6 +33,7 @@ public:
 
     /// Value in the current row. An unknown name or position, or a walk past the end, throws ErroBanco.
     QVariant Valor(QStringView nome) const;
+    QVariant Valor(const char *nome) const { return Valor(QString::fromUtf8(nome)); }
     QVariant Valor(int campo) const;
     /// Value in any row, without moving.
     QVariant ValorEm(int linha, int campo) const;
@@ -39,6 +41,7 @@ public:
 
     /// Value as text, NULL as "" (numbers in the user's notation). The usual way into a control.
     QString Texto(QStringView nome) const;
+    QString Texto(const char *nome) const { return Texto(QString::fromUtf8(nome)); }
     QString Texto(int campo) const;
     QString TextoEm(int linha, int campo) const;
 

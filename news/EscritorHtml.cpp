@@ -36,14 +36,14 @@ const QHash<QByteArray, QByteArray> &Tags()
     return kTags;
 }
 
-/// Elements that vanish with all they hold.
+/// Elements that vanish with all they hold. Those without an end tag that the reader does not know to have
+/// none (embed, wbr, source ...) are not among them: the rest of the page would count as their content.
 bool Some(const QByteArray &nome)
 {
     static const QSet<QByteArray> kSomem{
-        "applet",   "area",     "audio",    "base",     "basefont", "bgsound", "button", "canvas",  "col",
-        "colgroup", "embed",    "frame",    "frameset", "head",     "iframe",  "input",  "isindex", "link",
-        "map",      "math",     "meta",     "noembed",  "object",   "param",   "script", "select",  "style",
-        "svg",      "template", "textarea", "title",    "video",    "wbr"};
+        "applet", "area",   "audio", "base",    "basefont", "button",   "canvas", "col",  "colgroup", "frame",
+        "head",   "iframe", "input", "isindex", "link",     "map",      "math",   "meta", "object",   "param",
+        "script", "select", "style", "svg",     "template", "textarea", "title",  "video"};
     return kSomem.contains(nome);
 }
 
@@ -209,10 +209,8 @@ bool EscritorHtml::Entrar(const xmlNode *no)
     if (no->type != XML_ELEMENT_NODE)
         return false;
     const QByteArray nome = No::Nome(no).toByteArray().toLower();
-    if (Some(nome)) {
-        // A frameset whose main frame is missing has its text for old browsers inside.
-        return nome == "frameset";
-    }
+    if (Some(nome))
+        return false;
     const QByteArray tag = TagPermitida(no);
     if (tag == "img") {
         Imagem(no);
@@ -270,10 +268,53 @@ void EscritorHtml::Texto(const xmlNode *no)
         texto.replace(kBrancos, " ");
     }
     texto.truncate(kTexto - m_caracteres);
+    Amansar(texto);
     m_caracteres += static_cast<int>(texto.size());
     if (m_pagina.vazia && !texto.trimmed().isEmpty())
         m_pagina.vazia = false;
     m_html += texto.toHtmlEscaped();
+}
+
+/// Takes from a text what costs a view dear: piles of accents, and letters of ever more scripts, each of
+/// which sends it through all the fonts of the machine.
+void EscritorHtml::Amansar(QString &texto)
+{
+    int acentos = 0;
+    qsizetype fim = 0;
+    for (qsizetype i = 0; i < texto.size(); ++i) {
+        char32_t letra = texto[i].unicode();
+        const bool par = texto[i].isHighSurrogate() && i + 1 < texto.size() && texto[i + 1].isLowSurrogate();
+        if (par)
+            letra = QChar::surrogateToUcs4(texto[i], texto[i + 1]);
+        acentos = QChar::category(letra) == QChar::Mark_NonSpacing ? acentos + 1 : 0;
+        if (acentos <= kAcentos) {
+            if (EscritaAceita(QChar::script(letra))) {
+                texto[fim++] = texto[i];
+                if (par)
+                    texto[fim++] = texto[i + 1];
+            } else {
+                texto[fim++] = u'?';
+            }
+        }
+        i += par;
+    }
+    texto.truncate(fim);
+}
+
+bool EscritorHtml::EscritaAceita(QChar::Script escrita)
+{
+    switch (escrita) {
+    case QChar::Script_Latin:
+    case QChar::Script_Common:
+    case QChar::Script_Inherited:
+    case QChar::Script_Greek:
+    case QChar::Script_Cyrillic:
+        return true;
+    default:
+        if (m_escritasDoMundo.size() < kEscritas)
+            m_escritasDoMundo.insert(escrita);
+        return m_escritasDoMundo.contains(escrita);
+    }
 }
 
 void EscritorHtml::Imagem(const xmlNode *no)
@@ -283,7 +324,8 @@ void EscritorHtml::Imagem(const xmlNode *no)
     ++m_elementos;
     const PastaDaPagina::Figura figura = m_pasta.PegarFigura(NomeDoEndereco(No::Atributo(no, "src")));
     if (figura.chave.isEmpty()) {
-        const QString alt = No::Atributo(no, "alt").left(200);
+        QString alt = No::Atributo(no, "alt").left(200);
+        Amansar(alt);
         m_caracteres += static_cast<int>(alt.size());
         m_pagina.vazia = m_pagina.vazia && alt.isEmpty();
         m_html += alt.toHtmlEscaped();

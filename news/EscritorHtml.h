@@ -2,6 +2,7 @@
 
 #include "news/LimparPagina.h"
 
+#include <QSet>
 #include <QStringList>
 
 #include <libxml/tree.h>
@@ -38,6 +39,8 @@ private:
     void Texto(const xmlNode *no);
     void Abrir(const xmlNode *no, const QByteArray &tag, const QString &atributos);
     void Imagem(const xmlNode *no);
+    void Amansar(QString &texto);
+    bool EscritaAceita(QChar::Script escrita);
     bool CabeTabela(const xmlNode *tabela);
     QByteArray TagPermitida(const xmlNode *no);
     QString Atributos(const xmlNode *no, const QByteArray &tag) const;
@@ -53,6 +56,7 @@ private:
     QString m_folha;
     std::vector<Aberto> m_abertos;
     QList<QByteArray> m_escritas;
+    QSet<QChar::Script> m_escritasDoMundo;
     int m_elementos = 0;
     int m_caracteres = 0;
     int m_celulas = 0;

@@ -22,6 +22,8 @@ constexpr int kCelulas = 1000;           ///< rows times columns of all tables, 
 constexpr int kColunas = 40;             ///< of one table
 constexpr int kFiguras = 100;            ///< places where a picture stands
 constexpr int kLadoDaFigura = 2000;      ///< width and height at which a picture is drawn
+constexpr int kAcentos = 3;              ///< accents over one letter
+constexpr int kEscritas = 2;             ///< scripts of the world besides Latin, Greek and Cyrillic
 constexpr int kQuadros = 3;              ///< framesets that lead to each other
 } // namespace LimitesPagina
 

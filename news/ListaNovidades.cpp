@@ -82,5 +82,13 @@ bool ListaNovidades::SempreBaixada(const QString &nome)
 QString ListaNovidades::Endereco(const QString &base, const QByteArray &caminho)
 {
     // "%" stays: a path that is escaped already must not be escaped twice.
-    return base + QString::fromLatin1(caminho.toPercentEncoding("!#$%&'()*+,/:;=?@[]~"));
+    static const QByteArray kEscapar = " \"<>\\^`{|}";
+    QString endereco = base;
+    for (const char c : caminho) {
+        if (c > 0x20 && c < 0x7F && !kEscapar.contains(c))
+            endereco += QLatin1Char(c);
+        else
+            endereco += u'%' + QString::fromLatin1(QByteArray(1, c).toHex().toUpper());
+    }
+    return endereco;
 }

@@ -235,7 +235,8 @@ void TesteModInternet::qualquerFalhaDaTextoVazio()
     modInternet internet(std::make_unique<ClienteWebQt>(LimitesCurtos()));
     QCOMPARE(internet.LerUrl(servidor.Site() + "/x"), QByteArray());
     QVERIFY(servidor.pedidos.size() >= 1);
-    QVERIFY2(servidor.pedidos.size() <= 1 + LimitesCurtos().redirecionamentos,
+    // Each request may be repeated once, when the server closes a connection at an unlucky moment.
+    QVERIFY2(servidor.pedidos.size() <= 2 * (1 + LimitesCurtos().redirecionamentos),
              qPrintable(servidor.pedidos.join(u' ')));
 
     // The next transfer is not harmed by it.

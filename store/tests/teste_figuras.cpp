@@ -1,0 +1,339 @@
+#include "store/Figuras.h"
+
+#include "store/Banco.h"
+#include "store/Comandos.h"
+#include "store/ErroBanco.h"
+
+#include <QBuffer>
+#include <QDir>
+#include <QFile>
+#include <QImageReader>
+#include <QImageWriter>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QtEndian>
+
+#include <sys/stat.h>
+
+using namespace Comandos;
+
+namespace
+{
+// GIF89a, 2 x 1 pixels, red and blue: Qt reads the format but does not write it.
+const QByteArray kGif =
+    QByteArray::fromHex("47494638396102000100800000ff00000000ff2c00000000020001000002024401003b");
+
+QImage Desenho(int largura = 4, int altura = 2)
+{
+    QImage imagem(largura, altura, QImage::Format_RGB32);
+    imagem.fill(Qt::green);
+    imagem.setPixelColor(0, 0, Qt::red);
+    return imagem;
+}
+
+QByteArray Codificar(const char *formato, const QImage &imagem = Desenho())
+{
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    if (!imagem.save(&buffer, formato))
+        qFatal("formato %s", formato);
+    return bytes;
+}
+
+/// A JPEG whose camera was held upright: Exif orientation 6, turn a quarter to the right.
+QByteArray JpegDeitado()
+{
+    const QByteArray exif = QByteArray::fromHex("ffe10022457869660000"     // segment of 34 bytes, "Exif"
+                                                "49492a0008000000"         // little endian, directory at 8
+                                                "0100"                     // one entry:
+                                                "120103000100000006000000" // orientation, short, one value, 6
+                                                "00000000");               // no further directory
+    QByteArray jpeg = Codificar("jpg", Desenho(40, 20));
+    return jpeg.insert(2, exif); // behind the start of image
+}
+
+QByteArray BmpGigante(qint32 lado)
+{
+    QByteArray bytes = Codificar("bmp");
+    qToLittleEndian<qint32>(lado, bytes.data() + 18);
+    qToLittleEndian<qint32>(lado, bytes.data() + 22);
+    return bytes;
+}
+
+QByteArray PngGigante()
+{
+    // Only the header announces the size; its checksum is mended so that the reader believes it.
+    QByteArray bytes = Codificar("png");
+    qToBigEndian<quint32>(60000, bytes.data() + 16);
+    qToBigEndian<quint32>(60000, bytes.data() + 20);
+    quint32 crc = 0xFFFFFFFF;
+    for (int i = 12; i < 29; ++i) {
+        crc ^= static_cast<quint8>(bytes[i]);
+        for (int k = 0; k < 8; ++k)
+            crc = crc & 1 ? crc >> 1 ^ 0xEDB88320 : crc >> 1;
+    }
+    qToBigEndian<quint32>(~crc, bytes.data() + 29);
+    return bytes;
+}
+} // namespace
+
+class TesteFiguras : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+
+    void copiaByteAByte();
+    void substituiAFiguraAnterior();
+    void copiaQueFalhaMantemAAnterior();
+    void copiaAFiguraSobreElaMesma();
+    void gravaOsBytesComoSao();
+    void ignoraPastaQueNaoSePodeCriar();
+    void achaAFiguraEmQualquerCaixa();
+    void substituiAFiguraDeOutraCaixa();
+    void recusaNomesQueSaemDaPasta_data();
+    void recusaNomesQueSaemDaPasta();
+    void apagaAFiguraDaReceita();
+    void naoApagaForaDaPasta();
+    void pegaONomeDoArquivo();
+
+    void carregaPeloConteudo_data();
+    void carregaPeloConteudo();
+    void endireitaFotosDeitadas();
+    void recusaOQueNaoEFigura_data();
+    void recusaOQueNaoEFigura();
+    void recusaFigurasGigantes_data();
+    void recusaFigurasGigantes();
+    void naoEsperaPorUmCanoSemEscritor();
+
+private:
+    QString Gravar(const QString &nome, const QByteArray &bytes) const
+    {
+        QFile arquivo(m_pasta->filePath(nome));
+        if (!arquivo.open(QIODevice::WriteOnly) || arquivo.write(bytes) != bytes.size())
+            qFatal("sem espaço");
+        return arquivo.fileName();
+    }
+    QByteArray Ler(const QString &nome) const
+    {
+        QFile arquivo(m_pasta->filePath(nome));
+        return arquivo.open(QIODevice::ReadOnly) ? arquivo.readAll() : QByteArray("(ausente)");
+    }
+    qint64 InserirReceita(const QString &figura) const
+    {
+        m_banco->ExecutarSQL("Insert into Receitas(Nome,Figura) values ('Sal'," + TextoOuNulo(figura) + ")");
+        return m_banco->AbrirRecordset(SqlMaiorNumero()).Valor(0).toLongLong();
+    }
+
+    std::unique_ptr<QTemporaryDir> m_pasta;
+    std::unique_ptr<Banco> m_banco;
+    std::unique_ptr<Figuras> m_figuras;
+};
+
+void TesteFiguras::init()
+{
+    m_pasta = std::make_unique<QTemporaryDir>();
+    QVERIFY(m_pasta->isValid());
+    m_banco = std::make_unique<Banco>(m_pasta->path());
+    m_figuras = std::make_unique<Figuras>(*m_banco);
+}
+
+void TesteFiguras::copiaByteAByte()
+{
+    m_figuras->CopiarFigura(Gravar("Minha Foto.GIF", kGif), 12);
+    QCOMPARE(Ler("Fotos/F0000012.img"), kGif);
+    QCOMPARE(m_figuras->Caminho("F0000012.img"), m_pasta->filePath("Fotos/F0000012.img"));
+    QCOMPARE(QDir(m_pasta->filePath("Fotos")).entryList(QDir::Files | QDir::Hidden),
+             QStringList("F0000012.img"));
+    // Bytes are bytes, whatever they mean.
+    m_figuras->CopiarFigura(Gravar("texto.img", "não é figura"), 12345678);
+    QCOMPARE(Ler("Fotos/F12345678.img"), QByteArray("não é figura"));
+}
+
+void TesteFiguras::substituiAFiguraAnterior()
+{
+    m_figuras->CopiarFigura(Gravar("a.png", Codificar("png")), 1);
+    m_figuras->CopiarFigura(Gravar("b.gif", kGif), 1);
+    QCOMPARE(Ler("Fotos/F0000001.img"), kGif);
+}
+
+void TesteFiguras::copiaQueFalhaMantemAAnterior()
+{
+    m_figuras->CopiarFigura(Gravar("a.gif", kGif), 1);
+    m_figuras->CopiarFigura(m_pasta->filePath("não há.gif"), 1);
+    QCOMPARE(Ler("Fotos/F0000001.img"), kGif);
+    m_figuras->CopiarFigura(m_pasta->path(), 1);
+    QCOMPARE(Ler("Fotos/F0000001.img"), kGif);
+    m_figuras->CopiarFigura(m_pasta->filePath("não há.gif"), 2);
+    QVERIFY(!QFile::exists(m_pasta->filePath("Fotos/F0000002.img")));
+}
+
+void TesteFiguras::copiaAFiguraSobreElaMesma()
+{
+    m_figuras->CopiarFigura(Gravar("a.gif", kGif), 1);
+    m_figuras->CopiarFigura(m_pasta->filePath("Fotos/F0000001.img"), 1);
+    QCOMPARE(Ler("Fotos/F0000001.img"), kGif);
+}
+
+void TesteFiguras::gravaOsBytesComoSao()
+{
+    m_figuras->GravarFigura(QByteArray("\0\xff\r\n", 4), 7);
+    QCOMPARE(Ler("Fotos/F0000007.img"), QByteArray("\0\xff\r\n", 4));
+    m_figuras->GravarFigura({}, 7);
+    QCOMPARE(Ler("Fotos/F0000007.img"), QByteArray());
+}
+
+void TesteFiguras::ignoraPastaQueNaoSePodeCriar()
+{
+    Gravar("Fotos", "um arquivo no lugar da pasta");
+    m_figuras->CopiarFigura(Gravar("a.gif", kGif), 1);
+    m_figuras->GravarFigura(kGif, 1);
+    QCOMPARE(Ler("Fotos"), QByteArray("um arquivo no lugar da pasta"));
+}
+
+void TesteFiguras::achaAFiguraEmQualquerCaixa()
+{
+    QVERIFY(QDir(m_pasta->path()).mkdir("FOTOS"));
+    Gravar("FOTOS/f0000003.IMG", kGif);
+    QCOMPARE(m_figuras->Caminho("F0000003.img"), m_pasta->filePath("FOTOS/f0000003.IMG"));
+    m_figuras->GravarFigura(kGif, 4);
+    QCOMPARE(Ler("FOTOS/F0000004.img"), kGif);
+    QVERIFY(!QFile::exists(m_pasta->filePath("Fotos")));
+    QCOMPARE(m_figuras->Caminho("F0000099.img"), m_pasta->filePath("FOTOS/F0000099.img"));
+}
+
+void TesteFiguras::substituiAFiguraDeOutraCaixa()
+{
+    QVERIFY(QDir(m_pasta->path()).mkdir("fotos"));
+    Gravar("fotos/f0000003.img", "antiga");
+    m_figuras->CopiarFigura(Gravar("a.gif", kGif), 3);
+    QCOMPARE(QDir(m_pasta->filePath("fotos")).entryList(QDir::Files), QStringList("f0000003.img"));
+    QCOMPARE(Ler("fotos/f0000003.img"), kGif);
+}
+
+void TesteFiguras::recusaNomesQueSaemDaPasta_data()
+{
+    QTest::addColumn<QString>("nome");
+    for (const char *nome : {"", ".", "..", "../dadosr.lst", "..\\dadosr.lst", "/etc/passwd", "a/b", "C:\\a"})
+        QTest::addRow("'%s'", nome) << QString(nome);
+    QTest::newRow("caractere nulo") << QString("a") + QChar(0);
+}
+
+void TesteFiguras::recusaNomesQueSaemDaPasta()
+{
+    QFETCH(QString, nome);
+    QCOMPARE(m_figuras->Caminho(nome), "");
+}
+
+void TesteFiguras::apagaAFiguraDaReceita()
+{
+    const qint64 receita = InserirReceita("F0000001.img");
+    m_figuras->GravarFigura(kGif, receita);
+    m_figuras->ApagarFigura(receita);
+    QVERIFY(!QFile::exists(m_pasta->filePath("Fotos/F0000001.img")));
+    m_figuras->ApagarFigura(receita);            // already gone
+    m_figuras->ApagarFigura(999);                // no such recipe
+    m_figuras->ApagarFigura(InserirReceita("")); // no picture
+    // The row is the caller's business.
+    QCOMPARE(m_banco->AbrirRecordset(SqlFigura(receita)).Texto(0), "F0000001.img");
+    Gravar("dadosr.lst", "isto não é um banco de dados");
+    QVERIFY_EXCEPTION_THROWN(m_figuras->ApagarFigura(receita), ErroBanco);
+}
+
+void TesteFiguras::naoApagaForaDaPasta()
+{
+    const QString alvo = Gravar("importante.txt", "x");
+    QVERIFY(QDir(m_pasta->path()).mkdir("Fotos"));
+    for (const char *nome : {"../importante.txt", "..\\importante.txt"})
+        m_figuras->ApagarFigura(InserirReceita(nome));
+    m_figuras->ApagarFigura(InserirReceita(alvo));
+    QVERIFY(QFile::exists(alvo));
+}
+
+void TesteFiguras::pegaONomeDoArquivo()
+{
+    QCOMPARE(m_figuras->PegarNomeArquivo(InserirReceita("F0000001.img")), "F0000001.img");
+    QCOMPARE(m_figuras->PegarNomeArquivo(InserirReceita("")), "");
+    QCOMPARE(m_figuras->PegarNomeArquivo(999), "");
+    Gravar("dadosr.lst", "isto não é um banco de dados");
+    QCOMPARE(m_figuras->PegarNomeArquivo(1), "");
+}
+
+void TesteFiguras::carregaPeloConteudo_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QSize>("tamanho");
+    QTest::newRow("BMP") << Codificar("bmp") << QSize(4, 2);
+    QTest::newRow("JPEG") << Codificar("jpg") << QSize(4, 2);
+    QTest::newRow("PNG") << Codificar("png") << QSize(4, 2);
+    QTest::newRow("GIF") << kGif << QSize(2, 1);
+}
+
+void TesteFiguras::carregaPeloConteudo()
+{
+    QFETCH(QByteArray, bytes);
+    QFETCH(QSize, tamanho);
+    for (const char *nome : {"F0000001.img", "trocada.png", "trocada.svg", "sem extensão"})
+        QCOMPARE(CarregarImagem(Gravar(nome, bytes)).size(), tamanho);
+}
+
+void TesteFiguras::endireitaFotosDeitadas()
+{
+    const QByteArray bytes = JpegDeitado();
+    const QString caminho = Gravar("foto.img", bytes);
+    QCOMPARE(CarregarImagem(caminho).size(), QSize(20, 40));
+    QCOMPARE(Ler("foto.img"), bytes);
+}
+
+void TesteFiguras::recusaOQueNaoEFigura_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::newRow("texto") << QByteArray("isto não é uma figura");
+    QTest::newRow("vazio") << QByteArray();
+    QTest::newRow("só o começo de um GIF") << kGif.left(10);
+    QTest::newRow("só o começo de um PNG") << Codificar("png").left(20);
+    QTest::newRow("só o começo de um JPEG") << Codificar("jpg").left(20);
+    QTest::newRow("só o começo de um BMP") << Codificar("bmp").left(20);
+    QTest::newRow("outro formato") << Codificar("ppm");
+    QTest::newRow("desenho vetorial")
+        << QByteArray("<svg xmlns='http://www.w3.org/2000/svg' width='9' height='9'/>");
+}
+
+void TesteFiguras::recusaOQueNaoEFigura()
+{
+    QFETCH(QByteArray, bytes);
+    QVERIFY(CarregarImagem(Gravar("figura.img", bytes)).isNull());
+    QVERIFY(CarregarImagem(m_pasta->filePath("não há.img")).isNull());
+    QVERIFY(CarregarImagem(m_pasta->path()).isNull());
+    QVERIFY(CarregarImagem("").isNull());
+}
+
+void TesteFiguras::recusaFigurasGigantes_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::newRow("BMP") << BmpGigante(60000);
+    QTest::newRow("BMP menor") << BmpGigante(8000);
+    QTest::newRow("PNG") << PngGigante();
+}
+
+/// The files are small and well-formed but for the size that they announce.
+void TesteFiguras::recusaFigurasGigantes()
+{
+    QFETCH(QByteArray, bytes);
+    const QString caminho = Gravar("bomba.img", bytes);
+    QVERIFY(CarregarImagem(caminho).isNull());
+}
+
+void TesteFiguras::naoEsperaPorUmCanoSemEscritor()
+{
+    const QString caminho = m_pasta->filePath("cano.img");
+    QCOMPARE(::mkfifo(QFile::encodeName(caminho).constData(), 0600), 0);
+    QVERIFY(CarregarImagem(caminho).isNull());
+    m_figuras->CopiarFigura(caminho, 1);
+    QVERIFY(!QFile::exists(m_pasta->filePath("Fotos/F0000001.img")));
+}
+
+QTEST_GUILESS_MAIN(TesteFiguras)
+#include "teste_figuras.moc"

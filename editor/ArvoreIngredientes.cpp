@@ -13,6 +13,7 @@ ArvoreIngredientes::ArvoreIngredientes(QWidget *parent)
     setColumnCount(1);
     setIndentation(14);
     setUniformRowHeights(true);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff); // a long line ends in "..." and shows whole below
     setExpandsOnDoubleClick(false);
     setTabKeyNavigation(false);
     setSelectionMode(QAbstractItemView::SingleSelection);

@@ -4,11 +4,8 @@
 #include "editor/EstadoFigura.h"
 #include "editor/LinhaIngrediente.h"
 #include "store/Banco.h"
-#include "store/Comandos.h"
 #include "store/Figuras.h"
 
-namespace
-{
 Comandos::Receita ReceitaDaTela(const EstadoDaTela &tela)
 {
     Comandos::Receita receita;
@@ -23,6 +20,8 @@ Comandos::Receita ReceitaDaTela(const EstadoDaTela &tela)
     return receita;
 }
 
+namespace
+{
 qint64 Incluir(const Banco &banco, const Figuras &figuras, const Relogio &relogio, const EstadoDaTela &tela)
 {
     banco.ExecutarSQL(Comandos::SqlInserirReceita(ReceitaDaTela(tela), relogio.Hoje()));

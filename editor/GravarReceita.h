@@ -1,10 +1,14 @@
 #pragma once
 
 #include "editor/EstadoDaTela.h"
+#include "store/Comandos.h"
 
 class Banco;
 class Figuras;
 class Relogio;
+
+/// What a save writes of the controls; trimming and quoting are the statements' business.
+Comandos::Receita ReceitaDaTela(const EstadoDaTela &tela);
 
 /**
  * Writes the recipe on screen to the book: a new one when `txtNroReceita` is empty, else a change of that

@@ -27,6 +27,11 @@
 
 namespace
 {
+// The right column holds fields of known size; what is left goes to the texts.
+constexpr int kLarguraDireita = 316;
+// The panel's own border stays uncovered.
+constexpr int kBorda = 1;
+
 QStringList Coluna(const Banco &banco, const QString &sql)
 {
     QStringList valores;
@@ -83,6 +88,11 @@ PainelEditor::PainelEditor(const Banco &banco, const Figuras &figuras, Avisos &a
     DefinirLugar(0, 0, kLargura, kAltura);
 }
 
+PainelEditor::~PainelEditor()
+{
+    disconnect(qApp, nullptr, this, nullptr); // the focus wanders while the fields go
+}
+
 void PainelEditor::Montar()
 {
     m_txtNroReceita->setObjectName("txtNroReceita");
@@ -114,15 +124,15 @@ void PainelEditor::Montar()
     m_cmdExcluirRct->setObjectName("cmdExcluirRct");
     Descrever(*m_cmdExcluirRct, "Exclusão da Receita");
 
-    QLabel *lblNome = NovoRotulo("Nome :", m_txtNome);
-    // Name above and origin below start at one line.
-    const int rotulo = qMax(lblNome->sizeHint().width(), m_lblOrigem->sizeHint().width());
-    lblNome->setMinimumWidth(rotulo);
-    m_lblOrigem->setMinimumWidth(rotulo);
+    for (QWidget *campo : std::initializer_list<QWidget *>{m_txtNome, m_cmbTipo, m_txtOrigem})
+        campo->setFixedHeight(kAlturaCampo);
+    EncherColuna(*m_cmbTipo);
+    m_cmdSalvarRct->setFixedHeight(kAlturaBotao);
+    m_cmdExcluirRct->setFixedHeight(kAlturaBotao);
 
     auto *nome = new QHBoxLayout;
     nome->setSpacing(kEspaco);
-    nome->addWidget(lblNome);
+    nome->addWidget(NovoRotulo("Nome :", m_txtNome));
     nome->addWidget(m_txtNome, 1);
     auto *tipo = new QHBoxLayout;
     tipo->setSpacing(kEspaco);
@@ -130,7 +140,7 @@ void PainelEditor::Montar()
     tipo->addWidget(m_cmbTipo, 1);
 
     auto *esquerda = new QVBoxLayout;
-    esquerda->setSpacing(2 * kEspaco);
+    esquerda->setSpacing(6);
     esquerda->addWidget(m_fraModo, 2);
     esquerda->addWidget(m_FraInformacoes, 1);
 
@@ -141,7 +151,7 @@ void PainelEditor::Montar()
     opcoes->addWidget(m_optImagem);
     opcoes->addStretch();
     auto *direita = new QVBoxLayout;
-    direita->setSpacing(2 * kEspaco);
+    direita->setSpacing(6);
     direita->addWidget(m_fraValores);
     direita->addLayout(opcoes);
     // Both frames lie in the same place; only one is ever visible.
@@ -159,9 +169,9 @@ void PainelEditor::Montar()
     botoes->addWidget(m_cmdSalvarRct);
 
     auto *grade = new QGridLayout(m_conteudo);
-    grade->setContentsMargins(10, 10, 10, 10);
+    grade->setContentsMargins(10, 8, 10, 8);
     grade->setHorizontalSpacing(10);
-    grade->setVerticalSpacing(2 * kEspaco);
+    grade->setVerticalSpacing(6);
     grade->addLayout(nome, 0, 0);
     grade->addLayout(tipo, 0, 1);
     grade->addLayout(esquerda, 1, 0);
@@ -170,11 +180,12 @@ void PainelEditor::Montar()
     grade->addLayout(botoes, 2, 1);
     grade->setRowStretch(1, 1);
     grade->setColumnStretch(0, 1);
+    grade->setColumnMinimumWidth(1, kLarguraDireita);
 
     // The content keeps its full height whatever the panel's: rolling open uncovers it without a new layout,
     // and under the search panel it scrolls.
     m_conteudo->setObjectName("conteudoDetReceita");
-    m_conteudo->setMinimumHeight(TwipsParaPixels(kAltura));
+    m_conteudo->setMinimumHeight(TwipsParaPixels(kAltura) - 2 * kBorda);
     m_rolagem->setObjectName("rolagemDetReceita");
     m_rolagem->setFrameShape(QFrame::NoFrame);
     m_rolagem->setFocusPolicy(Qt::NoFocus);
@@ -213,10 +224,14 @@ void PainelEditor::Ligar()
     connect(m_cmdExcluirRct, &QPushButton::clicked, this,
             Protegido(m_avisos, [this] { emit exclusaoPedida(m_txtNroReceita->text().toLongLong()); }));
     // While the panel scrolls, the control that takes the focus comes into view, however it got it.
-    connect(qApp, &QApplication::focusChanged, this, [this](QWidget *, QWidget *novo) {
-        if (novo && m_conteudo->isAncestorOf(novo))
-            m_rolagem->ensureWidgetVisible(novo, 0, 2 * kEspaco);
-    });
+    connect(qApp, &QApplication::focusChanged, this, &PainelEditor::MostrarFoco);
+}
+
+void PainelEditor::MostrarFoco()
+{
+    QWidget *foco = QApplication::focusWidget();
+    if (foco && m_conteudo->isAncestorOf(foco))
+        m_rolagem->ensureWidgetVisible(foco, 0, 2 * kEspaco);
 }
 
 void PainelEditor::MostrarQuadro()
@@ -360,7 +375,9 @@ void PainelEditor::AtualizarRolagem()
 {
     m_rolagem->setVerticalScrollBarPolicy(Altura() == kAlturaComPesquisa ? Qt::ScrollBarAsNeeded
                                                                          : Qt::ScrollBarAlwaysOff);
-    m_rolagem->setGeometry(rect());
+    m_rolagem->setGeometry(rect().adjusted(kBorda, kBorda, -kBorda, -kBorda));
+    if (Altura() == kAlturaComPesquisa)
+        MostrarFoco();
 }
 
 void PainelEditor::showEvent(QShowEvent *event)

@@ -42,6 +42,7 @@ public:
 
     PainelEditor(const Banco &banco, const Figuras &figuras, Avisos &avisos, SeletorArquivos &seletor,
                  const Relogio &relogio, QWidget *parent = nullptr);
+    ~PainelEditor() override;
 
     /// An empty recipe: lists filled afresh, every field empty, no picture, no lines, the ingredients' frame
     /// in front, the focus on the name (at once, or when the panel is shown).
@@ -83,6 +84,7 @@ private:
     void Ligar();
     void DefinirOrdemDoTab();
     void Preencher(const EstadoDaTela &tela);
+    void MostrarFoco();
     void MostrarQuadro();
     bool Validar();
     bool Recusar(const QString &texto, QWidget &campo);

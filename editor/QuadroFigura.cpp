@@ -31,6 +31,8 @@ QuadroFigura::QuadroFigura(const Banco &banco, Avisos &avisos, SeletorArquivos &
     m_cmdSalvarFig->setAccessibleName("Alterar Imagem");
     m_cmdLimparFig->setObjectName("cmdLimparFig");
     m_cmdLimparFig->setAccessibleName("Limpar Imagem");
+    m_cmdSalvarFig->setFixedHeight(kAlturaBotao);
+    m_cmdLimparFig->setFixedHeight(kAlturaBotao);
 
     auto *botoes = new QHBoxLayout;
     botoes->setSpacing(kEspaco);

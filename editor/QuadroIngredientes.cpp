@@ -32,6 +32,14 @@ QuadroIngredientes::QuadroIngredientes(Avisos &avisos, bool &blnApagandoCombo, Q
     m_cmdLimparDados->setObjectName("cmdLimparDados");
     Descrever(*m_cmdLimparDados, "Limpar Campos do Ingrediente");
 
+    for (QWidget *campo : std::initializer_list<QWidget *>{m_txtQtde, m_cmbMedida, m_cmbIngrediente}) {
+        campo->setFixedHeight(kAlturaCampo);
+        EncherColuna(*campo);
+    }
+    EncherColuna(*m_arvore);
+    m_cmdSalvarIngredientes->setFixedHeight(kAlturaBotao);
+    m_cmdLimparDados->setFixedHeight(kAlturaBotao);
+
     auto *grade = new QGridLayout(this);
     grade->setContentsMargins(kMargemQuadro);
     grade->setHorizontalSpacing(kEspaco);
@@ -50,8 +58,8 @@ QuadroIngredientes::QuadroIngredientes(Avisos &avisos, bool &blnApagandoCombo, Q
     grade->addLayout(botoes, 2, 0, 1, 4);
     grade->addWidget(m_arvore, 3, 0, 1, 4);
     grade->setRowStretch(3, 1);
-    grade->setColumnStretch(1, 2);
-    grade->setColumnStretch(3, 5);
+    grade->setColumnStretch(1, 1);
+    grade->setColumnStretch(3, 3);
 
     connect(m_cmdSalvarIngredientes, &QPushButton::clicked, this, Protegido(m_avisos, [this] { Salvar(); }));
     connect(m_cmdLimparDados, &QPushButton::clicked, this, Protegido(m_avisos, [this] { Abandonar(); }));

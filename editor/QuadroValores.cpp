@@ -25,10 +25,14 @@ QuadroValores::QuadroValores(QWidget *parent)
     m_txtPorcoes->setMaxLength(kLimitePorcoes);
     m_txtPreparo->setMaxLength(kLimitePreparo);
     m_txtCalorias->setMaxLength(kLimiteCalorias);
-    for (CampoTexto *campo : {m_txtPorcoes, m_txtPreparo, m_txtCalorias})
+    for (CampoTexto *campo : {m_txtPorcoes, m_txtPreparo, m_txtCalorias}) {
         ManterEmUmaLinha(*campo);
-    m_txtPorcoes->setFixedWidth(64);
-    m_txtCalorias->setMinimumWidth(52);
+        campo->setFixedHeight(kAlturaCampo);
+    }
+    m_txtPorcoes->setFixedWidth(56);
+    // The fields take what the captions leave; their own wishes would push the texts' column aside.
+    EncherColuna(*m_txtPreparo);
+    EncherColuna(*m_txtCalorias);
     m_optReceita->setObjectName("optReceita");
     Descrever(*m_optReceita, "Total de Calorias por Receita");
     m_optPorcao->setObjectName("optPorcao");

@@ -68,6 +68,13 @@ void Banco::PrepararLivro(const QString &caminho) const
         Motor(caminho, m_esperaMs).LerUmaVez();
         tipo = ExaminarArquivo(caminho, &erro);
     }
+    // A book that another copy of the program is writing can look cut for a moment; reading waits for that
+    // copy.
+    constexpr int kVezes = 10;
+    for (int vez = 0; vez < kVezes && tipo == TipoArquivo::Cortado; ++vez) {
+        Motor(caminho, m_esperaMs).LerUmaVez();
+        tipo = ExaminarArquivo(caminho, &erro);
+    }
     if (tipo == TipoArquivo::Access && m_conversor) {
         // A journal beside an Access file belongs to a book that is gone; it would be rolled back into the
         // new one.
@@ -84,6 +91,7 @@ void Banco::PrepararLivro(const QString &caminho) const
         Motor::Criar(caminho, m_esperaMs);
         return;
     case TipoArquivo::Access:
+    case TipoArquivo::Cortado:
     case TipoArquivo::Outro:
         break;
     }

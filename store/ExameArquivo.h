@@ -9,6 +9,7 @@ enum class TipoArquivo {
     Livro,    ///< a book of this program
     LivroWal, ///< the same, left by another tool in the journal mode that keeps part of it in a second file
     Access,   ///< an Access database, as older copies of the program kept
+    Cortado,  ///< a book of this program that has lost its end
     Outro     ///< anything else, folders included
 };
 

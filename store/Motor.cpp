@@ -24,6 +24,8 @@ namespace
 /// What the user reads above the engine's own words.
 QString Sentenca(int codigo)
 {
+    if (codigo == SQLITE_READONLY_DIRECTORY)
+        return "Não é possível gravar na pasta do livro de receitas.";
     switch (codigo & 0xFF) {
     case SQLITE_NOTADB:
     case SQLITE_CORRUPT:

@@ -2,6 +2,9 @@
 
 #include "store/Comandos.h"
 
+#include <algorithm>
+#include <initializer_list>
+
 namespace
 {
 QString Esc(const QString &valor)
@@ -24,7 +27,30 @@ QString SemEscape(QStringView valor, const QString &vazio)
 {
     return valor.isEmpty() ? vazio : EntreApostrofos(valor.toString());
 }
+bool EApostrofo(QChar c)
+{
+    return c == u'\'';
+}
+
+bool ForaDeNumero(QChar c)
+{
+    return !(c >= u'0' && c <= u'9') && !QStringView(u"+-., ").contains(c);
+}
 } // namespace
+
+QString ComandosImportacao::CampoInvalido(const Pacote::Registro &receita)
+{
+    const QStringView tipo = receita.Valor(u"TIPO");
+    if (std::any_of(tipo.begin(), tipo.end(), ForaDeNumero))
+        return "TIPO";
+    for (const QStringView campo :
+         std::initializer_list<QStringView>{u"PORCOES", u"TIPO_CALORIAS", u"CALORIAS"}) {
+        const QStringView valor = receita.Valor(campo);
+        if (std::any_of(valor.begin(), valor.end(), EApostrofo))
+            return campo.toString();
+    }
+    return {};
+}
 
 QString ComandosImportacao::SqlInserirReceita(const Pacote::Registro &receita, const QDate &hoje)
 {

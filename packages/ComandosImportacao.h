@@ -15,6 +15,13 @@
  */
 namespace ComandosImportacao
 {
+/**
+ * "" when the values that reach the statement unescaped are what they claim to be; otherwise, for the user,
+ * the field that is not. Such a value could only make the statement fail or, made with intent, say something
+ * else: a second recipe that nobody chose. So no statement is made of it.
+ */
+QString CampoInvalido(const Pacote::Registro &receita);
+
 QString SqlInserirReceita(const Pacote::Registro &receita, const QDate &hoje);
 QString SqlInserirIngrediente(qint64 lngReceita, const Pacote::Registro &item);
 } // namespace ComandosImportacao

@@ -183,7 +183,8 @@ void Exportacao::Exportar(const QList<ReceitaSelecionada> &selecionadas)
         FalharAoGravar(mensagem);
     Gravar(arquivo, MensagemPacote(nomes, LerParaBase64(pacote), m_site));
     operacao.DefinirValor(operacao.Maximo());
-    if (!arquivo.commit())
+    // Qt 6.4's commit() forgets that the last of the buffer found no room on the disk.
+    if (!arquivo.flush() || !arquivo.commit())
         FalharAoGravar(mensagem);
     operacao.Encerrar();
     espera.Encerrar();

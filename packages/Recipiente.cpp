@@ -88,6 +88,12 @@ bool Escrever(QIODevice &destino, const char *bytes, qint64 tamanho)
     return destino.write(bytes, tamanho) == tamanho;
 }
 
+/// commit() alone would put a cut file in place: Qt 6.4 forgets that the last of the buffer found no room.
+bool Confirmar(QSaveFile &arquivo)
+{
+    return arquivo.flush() && arquivo.commit();
+}
+
 bool EscreverNulos(QIODevice &destino, qint64 quantos)
 {
     const QByteArray nulos(std::min<qint64>(quantos, kBloco), '\0');
@@ -170,7 +176,7 @@ int CompactarAberto(QFile &origem, const QString &destino, int nivel)
 
     QSaveFile arquivo(destino);
     if (!arquivo.open(QIODevice::WriteOnly) || !Escrever(arquivo, saida.constData(), saida.size()) ||
-        !arquivo.commit())
+        !Confirmar(arquivo))
         return Recipiente::kDestinoIndisponivel;
     return Recipiente::kSucesso;
 }
@@ -202,7 +208,7 @@ int DescompactarAberto(QFile &origem, const QString &destino, qint64 maximo)
     if (n >= 0)
         if (const int codigo = Desdobrar(origem, m, n, arquivo); codigo != Recipiente::kSucesso)
             return codigo; // the half-written file beside the destination goes with `arquivo`
-    return arquivo.commit() ? Recipiente::kSucesso : Recipiente::kDestinoIndisponivel;
+    return Confirmar(arquivo) ? Recipiente::kSucesso : Recipiente::kDestinoIndisponivel;
 }
 
 /// Runs the operation; memory that cannot be had is a code like the others.

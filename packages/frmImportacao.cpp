@@ -272,6 +272,8 @@ void frmImportacao::EfetuarImportacao(int n)
         !DesejaRepetir(nome))
         return;
 
+    if (const QString campo = ComandosImportacao::CampoInvalido(receita); !campo.isEmpty())
+        throw std::runtime_error(("O campo " + campo + " da receita, no pacote, é inválido.").toStdString());
     m_banco.ExecutarSQL(ComandosImportacao::SqlInserirReceita(receita, m_relogio.Hoje()));
     m_receitaGravada = true;
     const qint64 lngReceita = m_banco.AbrirRecordset(Comandos::SqlMaiorNumero()).Valor(0).toLongLong();

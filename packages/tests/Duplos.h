@@ -14,7 +14,10 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
+#include <csignal>
 #include <functional>
+
+#include <sys/resource.h>
 
 /// Stand-ins for what lies outside, shared by the tests of this folder.
 
@@ -34,6 +37,25 @@ inline QByteArray Dourado(const QString &nome)
 {
     return LerArquivo(QString(PASTA_FONTES "/tests/data/") + nome);
 }
+
+/// While it lives no file grows beyond so many bytes: a full disk.
+class LimiteDeArquivo
+{
+public:
+    explicit LimiteDeArquivo(rlim_t bytes)
+    {
+        std::signal(SIGXFSZ, SIG_IGN);
+        getrlimit(RLIMIT_FSIZE, &m_antes);
+        const rlimit pouco = {bytes, m_antes.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &pouco);
+    }
+    ~LimiteDeArquivo() { setrlimit(RLIMIT_FSIZE, &m_antes); }
+    LimiteDeArquivo(const LimiteDeArquivo &) = delete;
+    LimiteDeArquivo &operator=(const LimiteDeArquivo &) = delete;
+
+private:
+    rlimit m_antes = {};
+};
 
 /// An empty book in a folder of its own.
 struct Livro {

@@ -86,6 +86,7 @@ private slots:
     void origemIlegivelERecusada();
     void destinoExistenteSoComLicenca();
     void falhaDeixaODestinoComoEstava();
+    void discoCheioEFalhaSemRestos_data();
     void discoCheioEFalhaSemRestos();
 
 private:
@@ -410,23 +411,36 @@ void TesteRecipiente::falhaDeixaODestinoComoEstava()
     QCOMPARE(erro, Recipiente::kDestinoIndisponivel);
 }
 
+void TesteRecipiente::discoCheioEFalhaSemRestos_data()
+{
+    QTest::addColumn<int>("tamanho");
+    QTest::addColumn<int>("espaco");
+    QTest::newRow("muitos blocos") << 3'000'000 << 1'000'000;
+    QTest::newRow("menos que a memória intermediária") << 9'000 << 4'000;
+    QTest::newRow("falta um byte") << 9'000 << 9'000;
+}
+
 void TesteRecipiente::discoCheioEFalhaSemRestos()
 {
-    const QByteArray bytes = Mistura(3'000'000);
-    Gravar(Caminho("a.lr$"), Fluxo(bytes, 9) + Trailer("3000000"));
+    QFETCH(int, tamanho);
+    QFETCH(int, espaco);
+    Gravar(Caminho("a"), QByteArray(tamanho, 'x'));
+    Gravar(Caminho("a.lr$"), Fluxo(QByteArray(tamanho, 'x'), 0) + Trailer(QByteArray::number(tamanho)));
     Gravar(Caminho("b"), "como estava");
-    struct rlimit antes = {};
+    std::signal(SIGXFSZ, SIG_IGN);
+    rlimit antes = {};
     QCOMPARE(getrlimit(RLIMIT_FSIZE, &antes), 0);
-    const rlimit pouco = {1'000'000, antes.rlim_max};
-    signal(SIGXFSZ, SIG_IGN);
+    const rlimit pouco = {static_cast<rlim_t>(espaco), antes.rlim_max};
     QCOMPARE(setrlimit(RLIMIT_FSIZE, &pouco), 0);
-    int erro = 0;
-    const bool sucesso = Recipiente::DescompactarArquivo(Caminho("a.lr$"), Caminho("b"), erro, true);
+    int erroDescompactar = 0;
+    int erroCompactar = 0;
+    Recipiente::DescompactarArquivo(Caminho("a.lr$"), Caminho("b"), erroDescompactar, true);
+    Recipiente::CompactarArquivo(Caminho("a"), Caminho("b"), 0, erroCompactar, true);
     QCOMPARE(setrlimit(RLIMIT_FSIZE, &antes), 0);
-    QVERIFY(!sucesso);
-    QCOMPARE(erro, Recipiente::kDestinoIndisponivel);
+    QCOMPARE(erroDescompactar, Recipiente::kDestinoIndisponivel);
+    QCOMPARE(erroCompactar, Recipiente::kDestinoIndisponivel);
     QCOMPARE(Ler(Caminho("b")), QByteArray("como estava"));
-    QCOMPARE(QDir(m_pasta->path()).entryList(QDir::Files), QStringList({"a.lr$", "b"}));
+    QCOMPARE(QDir(m_pasta->path()).entryList(QDir::Files), QStringList({"a", "a.lr$", "b"}));
 }
 
 QTEST_GUILESS_MAIN(TesteRecipiente)

@@ -4,10 +4,13 @@
 #include <QPainter>
 #include <QStyleOptionHeader>
 
+#include <algorithm>
+
 namespace
 {
-constexpr int kMargem = 6;
-}
+constexpr int kMargem = 3;
+constexpr int kLarguraDaSeta = 8;
+} // namespace
 
 CabecalhoLista::CabecalhoLista(QWidget *parent)
     : QHeaderView(Qt::Horizontal, parent)
@@ -21,29 +24,81 @@ CabecalhoLista::CabecalhoLista(QWidget *parent)
     setTextElideMode(Qt::ElideRight);
 }
 
-bool CabecalhoLista::UltimaEstreita() const
+QString CabecalhoLista::TextoDaUltima() const
 {
-    if (!model() || count() == 0)
-        return false;
-    const QString texto = model()->headerData(UltimaColuna(), Qt::Horizontal).toString();
-    return fontMetrics().horizontalAdvance(texto) + 2 * kMargem > sectionSize(UltimaColuna());
+    return model() ? model()->headerData(UltimaColuna(), Qt::Horizontal).toString() : QString();
+}
+
+int CabecalhoLista::Excesso() const
+{
+    const int largura = fontMetrics().horizontalAdvance(TextoDaUltima()) + 2 * kMargem + 1;
+    return std::max(largura - sectionSize(UltimaColuna()), 0);
 }
 
 void CabecalhoLista::initStyleOptionForIndex(QStyleOptionHeader *option, int logicalIndex) const
 {
     QHeaderView::initStyleOptionForIndex(option, logicalIndex);
-    if (logicalIndex == UltimaColuna() && UltimaEstreita())
+    option->sortIndicator = QStyleOptionHeader::None; // drawn below, whatever the style
+    if (logicalIndex == UltimaColuna())
         option->text.clear();
 }
 
 void CabecalhoLista::paintEvent(QPaintEvent *event)
 {
     QHeaderView::paintEvent(event);
-    if (!UltimaEstreita())
+    if (count() == 0)
         return;
     QPainter painter(viewport());
-    painter.setPen(palette().color(QPalette::ButtonText));
-    const int direita = sectionViewportPosition(UltimaColuna()) + sectionSize(UltimaColuna()) - kMargem / 2;
-    painter.drawText(QRect(0, 0, direita, viewport()->height()), Qt::AlignRight | Qt::AlignVCenter,
-                     model()->headerData(UltimaColuna(), Qt::Horizontal).toString());
+    const int ultima = UltimaColuna();
+    // Once more: where only its neighbour was painted, that has taken what the last head reaches over.
+    paintSection(&painter,
+                 QRect(sectionViewportPosition(ultima), 0, sectionSize(ultima), viewport()->height()),
+                 ultima);
+    PintarResto(&painter);
+}
+
+void CabecalhoLista::paintSection(QPainter *painter, const QRect &rect, int logicalIndex) const
+{
+    const int ultima = UltimaColuna();
+    QRect lugar = rect;
+    if (logicalIndex == ultima)
+        lugar.setLeft(lugar.left() - Excesso());
+    else if (logicalIndex == ultima - 1)
+        lugar.setRight(lugar.right() - Excesso());
+    painter->save();
+    QHeaderView::paintSection(painter, lugar, logicalIndex);
+    painter->restore();
+    if (logicalIndex == ultima) {
+        painter->setPen(palette().color(QPalette::ButtonText));
+        painter->drawText(lugar.adjusted(0, 0, -kMargem, -1), Qt::AlignRight | Qt::AlignVCenter,
+                          TextoDaUltima());
+    }
+    if (isSortIndicatorShown() && sortIndicatorSection() == logicalIndex)
+        PintarSeta(painter, lugar);
+}
+
+void CabecalhoLista::PintarResto(QPainter *painter)
+{
+    const int inicio = sectionViewportPosition(UltimaColuna()) + sectionSize(UltimaColuna());
+    if (inicio >= viewport()->width())
+        return;
+    QStyleOptionHeader opcao;
+    initStyleOption(&opcao);
+    opcao.rect = QRect(inicio, 0, viewport()->width() - inicio + 1, viewport()->height());
+    opcao.section = -1;
+    opcao.position = QStyleOptionHeader::End;
+    style()->drawControl(QStyle::CE_HeaderSection, &opcao, painter, this);
+}
+
+void CabecalhoLista::PintarSeta(QPainter *painter, const QRect &rect) const
+{
+    const QPointF topo(rect.right() - kLarguraDaSeta - 0.5, rect.center().y() - 1.5);
+    const QPolygonF seta{topo, topo + QPointF(kLarguraDaSeta / 2.0, kLarguraDaSeta / 2.0),
+                         topo + QPointF(-kLarguraDaSeta / 2.0, kLarguraDaSeta / 2.0)};
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(palette().color(QPalette::ButtonText));
+    painter->drawPolygon(seta);
+    painter->restore();
 }

@@ -216,3 +216,17 @@ void ListaReceitas::paintEvent(QPaintEvent *event)
     painter.setFont(FonteVerdana(9));
     painter.drawText(viewport()->rect().adjusted(24, 0, -24, 0), Qt::AlignCenter | Qt::TextWordWrap, m_dica);
 }
+
+// A row goes on to the view's edge, behind the last column.
+void ListaReceitas::drawRow(QPainter *painter, const QStyleOptionViewItem &options,
+                            const QModelIndex &index) const
+{
+    const auto grupo = hasFocus() ? QPalette::Active : QPalette::Inactive;
+    QPalette::ColorRole cor = index.row() % 2 ? QPalette::AlternateBase : QPalette::Base;
+    if (selectionModel()->isRowSelected(index.row()))
+        cor = QPalette::Highlight;
+    const int inicio = header()->length() - header()->offset();
+    painter->fillRect(QRect(inicio, options.rect.y(), viewport()->width() - inicio, options.rect.height()),
+                      options.palette.color(grupo, cor));
+    QTreeView::drawRow(painter, options, index);
+}

@@ -86,7 +86,8 @@ PainelCartao::PainelCartao(const Banco &banco, Avisos &avisos, Telas &telas, Det
     hide();
 }
 
-// The visible part of the canvas has a margin above and below, so that the page does not touch the frame.
+// What the bar counts as visible has a margin above and below, so that the page does not touch the frame.
+// Below, lines that go on are seen in the margin too.
 void PainelCartao::Dispor(int alturaDoPainel)
 {
     const int largura = kLargura - 2 * kBorda;
@@ -96,8 +97,8 @@ void PainelCartao::Dispor(int alturaDoPainel)
     const int barra = TwipsParaPixels(kBarra);
     const int visivel = std::max(alturaDoPainel - kMoldura, 0);
     m_vScrlPic->setGeometry(width() - barra, 0, barra, height());
-    m_janela->setGeometry(0, TwipsParaPixels((altura - visivel) / 2), width() - barra,
-                          TwipsParaPixels(visivel));
+    const int topo = TwipsParaPixels((altura - visivel) / 2);
+    m_janela->setGeometry(0, topo, width() - barra, height() - topo);
 }
 
 bool PainelCartao::eventFilter(QObject *objeto, QEvent *event)

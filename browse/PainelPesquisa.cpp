@@ -72,6 +72,10 @@ void PainelPesquisa::CriarCampos()
     Apresentar(m_chkPesFoto, "chkPesFoto", "Filtro de Receita só com Imagens", "Somente com Imagem");
     m_cmdPesquisa = new QPushButton("Efetuar &Pesquisa", m_conteudo);
     Apresentar(m_cmdPesquisa, "cmdPesquisa", "Executar Pesquisa", "Efetuar Pesquisa");
+    for (QWidget *campo :
+         std::initializer_list<QWidget *>{m_txtPesNome, m_cmbPesTipo, m_cmbPesOrigem, m_cmbPesIngrediente,
+                                          m_txtPesPreparo, m_txtPesCalorias})
+        campo->setFixedHeight(24);
     m_cmdPesquisa->setAutoDefault(true); // Enter presses it where it has the focus; fields swallow Enter
 }
 

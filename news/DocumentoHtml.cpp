@@ -12,6 +12,7 @@ namespace
 {
 constexpr int kOpcoes = HTML_PARSE_RECOVER | HTML_PARSE_NOERROR | HTML_PARSE_NOWARNING | HTML_PARSE_NONET |
                         HTML_PARSE_IGNORE_ENC | HTML_PARSE_COMPACT;
+constexpr std::size_t kMaximoDicionario = 16 * 1024; ///< bytes of different tag and attribute names
 } // namespace
 
 DocumentoHtml::DocumentoHtml(QByteArrayView bytes)
@@ -19,7 +20,15 @@ DocumentoHtml::DocumentoHtml(QByteArrayView bytes)
     const QByteArray utf8 = Decodificar(bytes).toUtf8();
     if (utf8.isEmpty())
         return;
-    m_doc = htmlReadMemory(utf8.constData(), static_cast<int>(utf8.size()), nullptr, "UTF-8", kOpcoes);
+    htmlParserCtxt *leitor = htmlNewParserCtxt();
+    if (!leitor)
+        return;
+    // The reader compares each attribute with all others of its tag: a tag with 100 000 of them took 42 s.
+    // All names live in its dictionary; once that is full the further ones count as misspelt and are skipped.
+    xmlDictSetLimit(leitor->dict, kMaximoDicionario);
+    m_doc = htmlCtxtReadMemory(leitor, utf8.constData(), static_cast<int>(utf8.size()), nullptr, "UTF-8",
+                               kOpcoes);
+    htmlFreeParserCtxt(leitor);
 }
 
 DocumentoHtml::~DocumentoHtml()

@@ -245,10 +245,11 @@ void EscritorHtml::Sair()
     m_abertos.pop_back();
     if (aberto.tag.isEmpty()) {
         // The rows and cells of a table that was left out still stand apart.
-        if (No::Eh(aberto.no, "tr"))
-            m_html += SoTabelas(Dentro()) ? "" : "<br>";
-        else if (EhCelula(aberto.no) && !SoTabelas(Dentro()))
-            m_html += u' ';
+        const bool linha = No::Eh(aberto.no, "tr");
+        if ((linha || EhCelula(aberto.no)) && !SoTabelas(Dentro())) {
+            ++m_elementos;
+            m_html += linha ? "<br>" : " ";
+        }
         return;
     }
     m_escritas.removeLast();

@@ -298,6 +298,13 @@ void TesteVisorNovidades::paginasHostisAparecem_data()
     }();
     QTest::newRow("entidades") << vezes("&nbsp;&lt;&#9999;&amp;", 30'000);
     QTest::newRow("atributos") << "<p " + vezes("a=b ", 100'000) + ">x</p>";
+    QTest::newRow("atributos todos diferentes") << [] {
+        QByteArray pagina = "<p ";
+        for (int i = 0; pagina.size() < 500'000; ++i)
+            pagina += 'a' + QByteArray::number(i, 36) + ' ';
+        return pagina + ">x</p>";
+    }();
+    QTest::newRow("linhas sem celulas") << "<table>" + vezes("<tr>", 120'000);
     QTest::newRow("doctype com entidades") << "<!DOCTYPE html [<!ENTITY a 'xxxxxxxxxx'><!ENTITY b '" +
                                                   vezes("&a;", 1000) + "'><!ENTITY c '" + vezes("&b;", 1000) +
                                                   "'>]><p>&c;&c;</p>";

@@ -16,7 +16,6 @@ namespace
 {
 constexpr qsizetype kTrailer = 17;
 constexpr qsizetype kNulosIniciais = 5;
-constexpr int kDigitos = 11;
 constexpr qint64 kMaiorDesdobramento = 1032; ///< deflate at its best: 258 bytes out of two bits
 constexpr qsizetype kBloco = 256 * 1024;
 
@@ -233,6 +232,8 @@ int Recipiente::Compactar(const QByteArray &bytes, QByteArray &saida, int nivel)
 {
     if (bytes.isEmpty())
         return kSucesso;
+    if (bytes.size() > kMaiorComprimento)
+        return kGrandeDemais;
     return SemFaltarMemoria([&] {
         auto m = static_cast<uLongf>(Capacidade(bytes.size()));
         QByteArray fluxo(static_cast<qsizetype>(m) + 1, Qt::Uninitialized);

@@ -26,6 +26,14 @@ Bancada::Bancada()
         qFatal("the test window is not active");
 }
 
+void Bancada::Digitar(const char *nome, const QString &texto) const
+{
+    for (const QChar c : texto) {
+        const auto tecla = static_cast<Qt::Key>(c.toUpper().unicode());
+        QTest::sendKeyEvent(QTest::Click, Controle(nome), tecla, QString(c), Qt::NoModifier);
+    }
+}
+
 void Bancada::Clicar(const char *nome) const
 {
     QWidget *controle = Controle(nome);

@@ -77,7 +77,8 @@ public:
     QTreeWidget *Arvore() const { return Controle<QTreeWidget>("TrVwIngredientes"); }
     QTreeWidgetItem *Linha(int i) const { return Arvore()->topLevelItem(0)->child(i); }
 
-    void Digitar(const char *nome, const QString &texto) const { QTest::keyClicks(Controle(nome), texto); }
+    /// Key events carrying each character's text, accented letters included.
+    void Digitar(const char *nome, const QString &texto) const;
     void Tecla(const char *nome, Qt::Key tecla, Qt::KeyboardModifiers mod = Qt::NoModifier) const
     {
         QTest::keyClick(Controle(nome), tecla, mod);

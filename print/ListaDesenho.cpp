@@ -2,7 +2,6 @@
 
 #include "print/SuperficiePainter.h"
 
-#include <QPaintDevice>
 #include <QPainter>
 
 void ListaDesenho::Gravar(const MedidaTexto::Fonte &fonte, const QColor &cor, const QString &texto,
@@ -46,16 +45,14 @@ QString ListaDesenho::Texto() const
 
 void ListaDesenho::Pintar(QPainter &painter, const QRectF &visivelMm, double pixelsPorMm) const
 {
-    const double pontosPorPolegada = painter.device()->logicalDpiY();
     for (const Item &item : m_itens) {
         // Letters lean a little out of their box; a margin of one millimetre keeps them whole at the edges.
         if (!item.lugar.adjusted(-1, -1, 1, 1).intersects(visivelMm))
             continue;
         const QRectF lugar(item.lugar.topLeft() * pixelsPorMm, item.lugar.size() * pixelsPorMm);
         if (!item.texto.isEmpty()) {
-            painter.setFont(MedidaTexto::FontePara(item.fonte, pixelsPorMm, pontosPorPolegada));
-            painter.setPen(item.cor);
-            painter.drawText(lugar.topLeft() + QPointF(0, item.subida * pixelsPorMm), item.texto);
+            const QPointF base = lugar.topLeft() + QPointF(0, item.subida * pixelsPorMm);
+            PintarTexto(painter, item.fonte, item.cor, base, item.texto, pixelsPorMm);
         } else if (!item.figura.isNull()) {
             PintarFigura(painter, item.figura, lugar, pixelsPorMm);
         } else {

@@ -1,9 +1,13 @@
 #pragma once
 
 #include <QFont>
+#include <QPointF>
 #include <QString>
 
 #include <unordered_map>
+
+class QColor;
+class QPainter;
 
 /**
  * Text measures in millimetres, the same on every device.
@@ -30,10 +34,6 @@ public:
     /// From a line's top down to its baseline.
     double Subida(const Fonte &fonte) const;
 
-    /// The font for painting on a device of so many dots an inch when one millimetre is so many device units;
-    /// it matches the measures.
-    static QFont FontePara(const Fonte &fonte, double unidadesPorMm, double pontosPorPolegada);
-
 private:
     struct Tamanhos {
         QFont fonte;
@@ -48,3 +48,12 @@ private:
     mutable bool m_negritoAtual = false;
     mutable Tamanhos *m_atual = nullptr;
 };
+
+/**
+ * Paints a text so that it is as wide as MedidaTexto says.
+ *
+ * @param base        start of the baseline, in painter units
+ * @param unidadesPorMm painter units in one millimetre
+ */
+void PintarTexto(QPainter &painter, const MedidaTexto::Fonte &fonte, const QColor &cor, QPointF base,
+                 const QString &texto, double unidadesPorMm);

@@ -1,6 +1,5 @@
 #include "print/SuperficiePainter.h"
 
-#include <QPaintDevice>
 #include <QPainter>
 
 #include <algorithm>
@@ -30,10 +29,9 @@ double SuperficiePainter::TextHeight(const QString &) const
 
 void SuperficiePainter::Print(const QString &texto)
 {
-    m_painter.setFont(MedidaTexto::FontePara(FonteAtual(), m_pixelsPorMm, m_painter.device()->logicalDpiY()));
-    m_painter.setPen(ForeColor);
     const double linhaDeBase = CurrentY + m_medida.Subida(FonteAtual());
-    m_painter.drawText(QPointF(CurrentX, linhaDeBase) * m_pixelsPorMm, texto);
+    PintarTexto(m_painter, FonteAtual(), ForeColor, QPointF(CurrentX, linhaDeBase) * m_pixelsPorMm, texto,
+                m_pixelsPorMm);
     CurrentX += TextWidth(texto);
 }
 

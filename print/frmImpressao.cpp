@@ -154,10 +154,11 @@ void frmImpressao::Montar()
         fusion->setParent(VScrllCopia);
         VScrllCopia->setStyle(fusion);
     }
-    VScrllCopia->setFixedHeight(34);
+    VScrllCopia->setFixedHeight(txtCopies->sizeHint().height());
     auto *gradeCopias = new QHBoxLayout(fraCopias);
     gradeCopias->addWidget(lblGeral);
-    gradeCopias->addSpacing(6);
+    gradeCopias->setSpacing(1); // field and arrows are one control to the eye
+    gradeCopias->addSpacing(8);
     gradeCopias->addWidget(txtCopies);
     gradeCopias->addWidget(VScrllCopia);
     gradeCopias->addStretch(1);
@@ -172,6 +173,7 @@ void frmImpressao::Montar()
     cmdCancelar->setAccessibleName(QStringLiteral("Cancelar"));
     cmdCancelar->setToolTip(QStringLiteral("Fecha sem Imprimir"));
     auto *botoes = new QHBoxLayout;
+    botoes->setSpacing(8);
     botoes->addStretch(1);
     botoes->addWidget(cmdImprimir);
     botoes->addWidget(cmdCancelar);
@@ -190,8 +192,8 @@ void frmImpressao::Montar()
     grade->addLayout(botoes, 3, 0, 1, 2);
     grade->setColumnStretch(0, 1);
     grade->setColumnStretch(1, 1);
-    grade->setColumnMinimumWidth(0, 190);
-    grade->setColumnMinimumWidth(1, 220);
+    grade->setColumnMinimumWidth(0, 215);
+    grade->setColumnMinimumWidth(1, 215);
     grade->setSizeConstraint(QLayout::SetFixedSize);
 
     QWidget *anterior = cmbImpressora;
@@ -244,6 +246,10 @@ void frmImpressao::Carregar()
     optPretoBranco->setChecked(true);
     if (m_atual.ColorMode == 2)
         optColorido->setChecked(true);
+
+    // The Tab key enters a group of options at the chosen one.
+    for (QRadioButton *opcao : findChildren<QRadioButton *>())
+        opcao->setFocusPolicy(opcao->isChecked() ? Qt::StrongFocus : Qt::ClickFocus);
 
     {
         const QSignalBlocker calada(VScrllCopia);

@@ -6,8 +6,9 @@
 
 QString PastaDoLivro(const QString &pastaDoPrograma)
 {
-    const bool instalado = QDir(pastaDoPrograma).canonicalPath() == QDir(COZINHARIO_PASTA_INSTALADA).canonicalPath() &&
-                           QFileInfo::exists(COZINHARIO_MARCA_INSTALADA);
+    const bool instalado =
+        QDir(pastaDoPrograma).canonicalPath() == QDir(COZINHARIO_PASTA_INSTALADA).canonicalPath() &&
+        QFileInfo::exists(COZINHARIO_MARCA_INSTALADA);
     if (!instalado && QFileInfo(pastaDoPrograma).isWritable())
         return pastaDoPrograma;
     const QString dados =

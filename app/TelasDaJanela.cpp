@@ -22,8 +22,9 @@ constexpr Tela kTelas[] = {
 };
 } // namespace
 
-TelasDaJanela::TelasDaJanela(const ControlesDasTelas &controles, std::function<void()> restaurarBotoes)
-    : m_controles(controles)
+TelasDaJanela::TelasDaJanela(QWidget *picTitulo, QLabel *lblTitulo, std::function<void()> restaurarBotoes)
+    : m_picTitulo(picTitulo)
+    , m_lblTitulo(lblTitulo)
     , m_restaurarBotoes(std::move(restaurarBotoes))
 {
 }
@@ -31,23 +32,23 @@ TelasDaJanela::TelasDaJanela(const ControlesDasTelas &controles, std::function<v
 Painel *TelasDaJanela::PainelDe(const QString &key) const
 {
     if (key == "Listagem")
-        return m_controles.picLstReceitas;
+        return m_paineis.picLstReceitas;
     if (key == "Detalhe")
-        return m_controles.picDetReceita;
+        return m_paineis.picDetReceita;
     if (key == "Pesquisa")
-        return m_controles.picPesReceita;
+        return m_paineis.picPesReceita;
     return nullptr;
 }
 
 void TelasDaJanela::AjustarAlturas(int twips)
 {
-    m_controles.picLstReceitas->DefinirAltura(twips);
-    m_controles.picDetReceita->DefinirAltura(twips);
+    m_paineis.picLstReceitas->DefinirAltura(twips);
+    m_paineis.picDetReceita->DefinirAltura(twips);
 }
 
 int TelasDaJanela::AlturaDeTrabalho() const
 {
-    return m_controles.picPesReceita->isVisible() ? kAlturaComPesquisa : kAlturaInteira;
+    return m_paineis.picPesReceita->isHidden() ? kAlturaInteira : kAlturaComPesquisa;
 }
 
 QString TelasDaJanela::TelaAtual() const
@@ -66,20 +67,19 @@ void TelasDaJanela::AbrirTela(const QString &request)
                                     [&request](const Tela &t) { return request == t.request; });
     if (tela == std::end(kTelas))
         return;
-    m_controles.picWeb->hide();
-    m_controles.WbBsr1->hide();
+    m_paineis.esconderNovidades();
     EmpilharTela(tela->title, tela->key);
 
     Painel *painel = PainelDe(tela->key);
-    if (painel == m_controles.picPesReceita)
+    if (painel == m_paineis.picPesReceita)
         AjustarAlturas(kAlturaComPesquisa);
     painel->show(); // a view that is open already is not shown anew
     painel->raise();
 
-    m_controles.lblTitulo->setText(tela->title);
-    m_controles.lblTitulo->show();
-    m_controles.picTitulo->show();
-    m_controles.picTitulo->raise();
+    m_lblTitulo->setText(tela->title);
+    m_lblTitulo->show();
+    m_picTitulo->show();
+    m_picTitulo->raise();
 }
 
 void TelasDaJanela::FecharTela()
@@ -89,19 +89,19 @@ void TelasDaJanela::FecharTela()
     const QString key = TelaAtual();
     m_historico.Baixar();
 
-    if (Painel *painel = PainelDe(key); painel && painel->isVisible()) {
-        if (painel == m_controles.picPesReceita)
+    if (Painel *painel = PainelDe(key); painel && !painel->isHidden()) {
+        if (painel == m_paineis.picPesReceita)
             AjustarAlturas(kAlturaInteira);
         painel->hide();
         painel->DefinirAltura(kAlturaInteira);
     }
 
-    if (!m_controles.picLstReceitas->isVisible() && !m_controles.picDetReceita->isVisible() &&
-        !m_controles.picPesReceita->isVisible()) {
+    if (m_paineis.picLstReceitas->isHidden() && m_paineis.picDetReceita->isHidden() &&
+        m_paineis.picPesReceita->isHidden()) {
         EsconderTudo();
         return;
     }
-    while (m_historico.Profundidade() > 0 && !PainelDe(TelaAtual())->isVisible())
+    while (m_historico.Profundidade() > 0 && PainelDe(TelaAtual())->isHidden())
         m_historico.Baixar();
     if (m_historico.Profundidade() == 0) {
         EsconderTudo();
@@ -109,14 +109,14 @@ void TelasDaJanela::FecharTela()
     }
     if (TelaAtual() == "Pesquisa")
         AjustarAlturas(kAlturaComPesquisa);
-    m_controles.lblTitulo->setText(m_historico.Titulo(m_historico.Profundidade()));
+    m_lblTitulo->setText(m_historico.Titulo(m_historico.Profundidade()));
 }
 
 void TelasDaJanela::EsconderTudo()
 {
-    m_controles.picLstReceitas->hide();
-    m_controles.picDetReceita->hide();
-    m_controles.picPesReceita->hide();
-    m_controles.picTitulo->hide();
+    m_paineis.picLstReceitas->hide();
+    m_paineis.picDetReceita->hide();
+    m_paineis.picPesReceita->hide();
+    m_picTitulo->hide();
     m_historico.Esvaziar();
 }

@@ -9,15 +9,12 @@ class Painel;
 class QLabel;
 class QWidget;
 
-/// The controls of the main window that the view switch drives.
-struct ControlesDasTelas {
+/// The panels that the view switch drives.
+struct PaineisDasTelas {
     Painel *picLstReceitas = nullptr;
     Painel *picDetReceita = nullptr;
     Painel *picPesReceita = nullptr;
-    QWidget *picTitulo = nullptr;
-    QLabel *lblTitulo = nullptr;
-    QWidget *picWeb = nullptr;
-    QWidget *WbBsr1 = nullptr;
+    std::function<void()> esconderNovidades; ///< hides picWeb and the browser in it
 };
 
 /// The three stackable working views, their title bar and the history behind "Voltar".
@@ -28,7 +25,10 @@ public:
     static constexpr int kAlturaInteira = 6540;
     static constexpr int kAlturaComPesquisa = 3780;
 
-    TelasDaJanela(const ControlesDasTelas &controles, std::function<void()> restaurarBotoes);
+    TelasDaJanela(QWidget *picTitulo, QLabel *lblTitulo, std::function<void()> restaurarBotoes);
+    /// The panels are made after the switch, which they get handed in; to be called once, before any view
+    /// opens.
+    void DefinirPaineis(const PaineisDasTelas &paineis) { m_paineis = paineis; }
 
     void AbrirTela(const QString &request) override;
     void FecharTela() override;
@@ -45,7 +45,9 @@ private:
     Painel *PainelDe(const QString &key) const;
     void AjustarAlturas(int twips);
 
-    ControlesDasTelas m_controles;
+    QWidget *m_picTitulo;
+    QLabel *m_lblTitulo;
+    PaineisDasTelas m_paineis;
     std::function<void()> m_restaurarBotoes;
     HistoricoTelas m_historico;
 };

@@ -1,25 +1,32 @@
 #pragma once
 
+#include "backup/JanelaDoBackup.h"
 #include "browse/DetalheReceita.h"
+#include "packages/Exportacao.h"
 
+#include <QList>
+#include <QPoint>
 #include <QWidget>
 
 #include <memory>
 
 class Abridor;
-class AvisosQt;
 class Avisos;
 class Banco;
+class Barra;
 class BotaoImagem;
+class ClienteWeb;
 class EnvioEmail;
 class Exclusao;
-class Exportacao;
 class Faixa;
 class Figuras;
+class Fundo;
 class Impressao;
 class Impressoras;
 class MensagemNaJanela;
-class CopiaSeguranca;
+class modBackup;
+class Painel;
+class PaineisDaJanela;
 class PainelCartao;
 class PainelEditor;
 class PainelLista;
@@ -32,77 +39,82 @@ class SeletorArquivos;
 class Sorteio;
 class TelasDaJanela;
 
-/// Everything outside the program that the window needs; tests hand in their own.
+/// What lies outside the program, and two settings of the build; tests hand in their own.
 struct Portas {
     Avisos &avisos;
     SeletorArquivos &seletor;
-    Relogio &relogio;
+    const Relogio &relogio;
     Sorteio &sorteio;
     Abridor &abridor;
-    Impressoras &impressoras;
-    class ClienteWeb &clienteWeb;
+    const Impressoras &impressoras;
+    QString site; ///< the maker's site, scheme and host
 };
 
 /**
- * The main window: an entrance hall. It makes the panels, wires them together in one place and offers its named
- * operations as one-line calls to the parts that do the work.
+ * The main window: an entrance hall. It makes the panels, wires them together in one place and offers its
+ * named operations as one-line calls to the parts that do the work.
  */
-class frmPrincipal : public QWidget, public DetalheReceita
+class frmPrincipal : public QWidget, public DetalheReceita, private ListaParaExportar, private JanelaDoBackup
 {
     Q_OBJECT
 public:
-    frmPrincipal(const Banco &banco, const Figuras &figuras, const Portas &portas);
+    frmPrincipal(const Banco &banco, const Figuras &figuras, const Portas &portas,
+                 std::unique_ptr<ClienteWeb> clienteWeb);
     ~frmPrincipal() override;
 
     void AbrirTela(const QString &request);
     void FecharTela();
+    /// Every toolbar button gets its normal look, `controle` its lit one; nullptr lights none.
     void AtualizarBotoes(const BotaoImagem *controle);
-    bool LocalizarValorCombo(const QString &combo, const QString &valor) const;
     void CarregarDetalheReceita(qint64 lngReceita, bool BlnAbrir) override;
     void CarregarValoresDetalheReceita(quint8 bytTipo) override;
     void EsquecerLinhaEmEdicao() override;
 
-    /// What another copy's import or a restore asks for: the list shows what the book holds now. Waits for the
-    /// end of a dialog or long operation that is under way.
+    /// Finishes a restore that a crash cut off; before the book is first read.
+    void ConcluirRestauracao();
+    /// What another copy's import asks for: the list shows what the book holds now. Waits for the end of a
+    /// dialog or long operation that is under way.
     void RecarregarLista();
     /// Comes to the front, out of the task bar if need be.
     void TrazerParaFrente();
-
-    TelasDaJanela &Telas() { return *m_telas; }
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
     void changeEvent(QEvent *event) override;
     void showEvent(QShowEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
     bool eventFilter(QObject *objeto, QEvent *event) override;
 
 private:
-    void CriarBarra();
-    void CriarFundo();
-    void CriarPaineis();
+    void CriarTitulo();
+    void CriarPaineis(std::unique_ptr<ClienteWeb> clienteWeb);
     void CriarOperacoes();
     void LigarBotoes();
     void LigarPaineis();
-    void OrdenarTabulacao();
+    void Vigiar();
     void PrimeiraAtivacao();
+    void NovaReceita();
     void Imprimir();
-    void Receita();
-    BotaoImagem *Botao(const QString &nome) const;
+    void Minimizar();
+    void Sair();
+    bool Ocupada() const;
+
+    bool ListaVisivel() const override;
+    void MostrarLista() override;
+    void DefinirAlturaDaLista(int twips) override;
+    void EsconderTelas() override;
+    void LivroRestaurado() override;
 
     const Banco &m_banco;
     const Figuras &m_figuras;
     Portas m_portas;
-    class NovidadesNaJanela *m_paineisDasNovidades = nullptr;
 
-    Faixa *m_picToolBar = nullptr;
-    QWidget *m_picFundo = nullptr;
+    Fundo *m_fundo;
+    Barra *m_barra;
     Faixa *m_picTitulo = nullptr;
     QLabel *m_lblTitulo = nullptr;
     QPushButton *m_lblFechar = nullptr;
-    QLabel *m_lblEntrada = nullptr;
-    QList<BotaoImagem *> m_botoes;
-
     PainelLista *m_lista = nullptr;
     PainelPesquisa *m_pesquisa = nullptr;
     PainelEditor *m_editor = nullptr;
@@ -111,11 +123,12 @@ private:
     MensagemNaJanela *m_picMsg = nullptr;
 
     std::unique_ptr<TelasDaJanela> m_telas;
+    std::unique_ptr<PaineisDaJanela> m_paineisDasNovidades;
     std::unique_ptr<Exclusao> m_exclusao;
     std::unique_ptr<Impressao> m_impressao;
     std::unique_ptr<EnvioEmail> m_email;
     std::unique_ptr<Exportacao> m_exportacao;
-    std::unique_ptr<CopiaSeguranca> m_copia;
+    std::unique_ptr<modBackup> m_backup;
     bool m_ativada = false;
-    bool m_recargaPendente = false;
+    QPoint m_arrastadaEm; ///< where a drag without the window system's help took hold
 };

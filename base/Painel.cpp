@@ -10,6 +10,8 @@
 #include <QStyleOption>
 #include <QThread>
 
+#include <algorithm>
+
 namespace
 {
 constexpr int kPasso = 200;
@@ -59,7 +61,8 @@ bool Painel::Rolar(int alturaFinal)
         repaint();
         // The deadlines are absolute, so that a slow paint shortens the next wait and not the roll's rhythm.
         // Events keep running while the step waits for its time.
-        const QDeadlineTimer prazo(ritmo * ++passos - relogio.elapsed());
+        // A late step waits no more (a negative time would mean for ever).
+        const QDeadlineTimer prazo(std::max<qint64>(0, ritmo * ++passos - relogio.elapsed()));
         do {
             DeixarEventosRodarem();
             if (!vivo || Encerrando() || m_rolagem != minha)

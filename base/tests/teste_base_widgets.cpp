@@ -165,6 +165,24 @@ private slots:
         QCOMPARE(painel.height(), 436);
     }
 
+    void umPassoLentoNaoEsperaParaSempre()
+    {
+        QWidget janela;
+        PainelGravado painel("picLstReceitas", &janela);
+        painel.DefinirLugar(0, 0, 3000, Painel::kRecolhido);
+        janela.show();
+        Painel::DefinirRitmo(1);
+        bool lento = false;
+        painel.aoRolar = [&lento] {
+            if (!lento)
+                QTest::qSleep(30); // the load the roll must bear, not a wait
+            lento = true;
+        };
+        const bool chegou = painel.Rolar(6540);
+        Painel::DefinirRitmo(0);
+        QVERIFY(chegou);
+    }
+
     void umaRolagemMaisNovaVence()
     {
         QWidget janela;

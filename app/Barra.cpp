@@ -1,0 +1,78 @@
+#include "app/Barra.h"
+
+#include "base/BotaoImagem.h"
+
+#include <QFrame>
+#include <QLabel>
+#include <QPainter>
+#include <QSvgRenderer>
+
+namespace
+{
+struct Definicao {
+    const char *nome;
+    const char *dica;
+    int esquerda; ///< pixels
+    int topo;
+    int lado; ///< of the image
+};
+
+constexpr int kLado = 38;
+constexpr int kLadoPequeno = 24;
+constexpr int kTopo = 7;
+
+// One tip counts on the news being the seventh.
+constexpr Definicao kBotoes[] = {
+    {"imgDetRcta", "Nova Receita", 10, kTopo, kLado},
+    {"imgLstRcta", "Lista de Receitas", 66, kTopo, kLado},
+    {"imgPesRcta", "Pesquisa de Receitas", 122, kTopo, kLado},
+    {"imgImpressao", "Imprimir Receitas", 178, kTopo, kLado},
+    {"imgEmail", "Enviar a Receita por Email", 234, kTopo, kLado},
+    {"imgTransmit", "Enviar Pacote de Receitas por Email", 290, kTopo, kLado},
+    {"imgInternet", "Novidades na Internet", 346, kTopo, kLado},
+    {"imgBackup", "Fazer Cópia de Segurança", 402, kTopo, kLado},
+    {"imgRestore", "Restaurar Cópia de Segurança", 458, kTopo, kLado},
+    {"imgMinimize", "Minimizar", 546, kTopo, kLadoPequeno},
+    {"imgSaida", "Sair", 582, kTopo, kLadoPequeno},
+};
+
+QPixmap Desenho(const QString &arquivo, int lado, qreal escala)
+{
+    QPixmap figura(QSize(lado, lado) * escala);
+    figura.setDevicePixelRatio(escala);
+    figura.fill(Qt::transparent);
+    QPainter painter(&figura);
+    painter.setRenderHint(QPainter::Antialiasing);
+    QSvgRenderer(arquivo).render(&painter, QRectF(0, 0, lado, lado));
+    return figura;
+}
+} // namespace
+
+Barra::Barra(int altura, QWidget *janela)
+    : Faixa("picToolBar", Tipo::Barra, altura, janela)
+{
+    auto *fraPicBotoes = new QFrame(this);
+    fraPicBotoes->setObjectName("fraPicBotoes");
+    fraPicBotoes->setAccessibleName("Frames do Espelhos dos Botões");
+    fraPicBotoes->hide();
+    const auto espelho = [&](const QString &nome, const QString &sufixo, int lado) {
+        auto *imagem = new QLabel(fraPicBotoes);
+        imagem->setObjectName(nome + sufixo);
+        imagem->setPixmap(Desenho(":/botoes/" + nome + sufixo + ".svg", lado, devicePixelRatioF()));
+        return imagem;
+    };
+    for (const Definicao &definicao : kBotoes) {
+        const QString nome = definicao.nome;
+        auto *botao = new BotaoImagem(nome, definicao.dica, espelho(nome, "Norm", definicao.lado),
+                                      espelho(nome, "Over", definicao.lado), this);
+        botao->move(definicao.esquerda, definicao.topo);
+        connect(botao, &BotaoImagem::apontado, this, [this, botao] { Atualizar(botao); });
+        m_botoes.insert(nome, botao);
+    }
+}
+
+void Barra::Atualizar(const BotaoImagem *aceso)
+{
+    for (BotaoImagem *botao : std::as_const(m_botoes))
+        botao->Acender(botao == aceso);
+}

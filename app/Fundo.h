@@ -1,0 +1,40 @@
+#pragma once
+
+#include "app/Dicas.h"
+
+#include <QLabel>
+#include <QWidget>
+
+class Abridor;
+
+/// A label that draws its text as large as its fixed room allows, so that no tip is cut.
+class RotuloAjustado : public QLabel
+{
+    Q_OBJECT
+public:
+    using QLabel::QLabel;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+};
+
+/// The background of the window, with the program's title, the tip, and the logos that open web sites.
+class Fundo : public QWidget
+{
+    Q_OBJECT
+public:
+    Fundo(Abridor &abridor, const QString &site, QWidget *janela);
+
+    AreaDaDica Area() const { return m_area; }
+    QLabel *lblEntrada() const { return m_lblEntrada; }
+
+private:
+    QWidget *CriarElo(class QAbstractButton *elo, const QString &nome, const QString &endereco);
+
+    Abridor &m_abridor;
+    AreaDaDica m_area;
+    QLabel *m_lblEntrada;
+};
+
+/// The distributor's site.
+QString SiteDoDistribuidor();

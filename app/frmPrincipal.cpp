@@ -1,0 +1,423 @@
+#include "app/frmPrincipal.h"
+
+#include "app/AjustarRegiao.h"
+#include "app/Barra.h"
+#include "app/Fundo.h"
+#include "app/MensagemNaJanela.h"
+#include "app/ReceitaParaEmail.h"
+#include "app/TelasDaJanela.h"
+#include "backup/modBackup.h"
+#include "base/BotaoImagem.h"
+#include "base/EventosPendentes.h"
+#include "base/Fontes.h"
+#include "base/Protegido.h"
+#include "base/Twips.h"
+#include "browse/Exclusao.h"
+#include "browse/ListaReceitas.h"
+#include "browse/PainelCartao.h"
+#include "browse/PainelLista.h"
+#include "browse/PainelPesquisa.h"
+#include "editor/PainelEditor.h"
+#include "mail/EnvioEmail.h"
+#include "news/ClienteWeb.h"
+#include "news/Novidades.h"
+#include "news/PaineisDaJanela.h"
+#include "news/PainelNovidades.h"
+#include "print/Impressao.h"
+#include "store/Banco.h"
+
+#include <QApplication>
+#include <QHBoxLayout>
+#include <QIcon>
+#include <QLabel>
+#include <QMouseEvent>
+#include <QPushButton>
+#include <QTimer>
+#include <QWindow>
+
+namespace
+{
+// The window in twips: the toolbar stands on the background like the tab of a recipe card, as wide as the
+// panels below it; the working panels lie between title bar and footer.
+constexpr int kLargura = 9600;
+constexpr int kAltura = 8970;
+constexpr int kEsquerda = 135;
+constexpr int kLarguraDoPainel = 9330;
+constexpr int kAlturaDaBarra = 870;
+constexpr int kTopoDoTitulo = 930;
+constexpr int kAlturaDoTitulo = 390;
+constexpr int kTopoDosPaineis = kTopoDoTitulo + kAlturaDoTitulo;
+constexpr int kTopoDaPesquisa = kTopoDosPaineis + TelasDaJanela::kAlturaComPesquisa;
+
+constexpr int kEsperaPelaAtivacaoMs = 300;
+constexpr int kNovaTentativaMs = 100;
+
+void Colocar(QWidget *controle, int left, int top, int width, int height)
+{
+    controle->setGeometry(TwipsParaPixels(left), TwipsParaPixels(top), TwipsParaPixels(width),
+                          TwipsParaPixels(height));
+}
+} // namespace
+
+frmPrincipal::frmPrincipal(const Banco &banco, const Figuras &figuras, const Portas &portas,
+                           std::unique_ptr<ClienteWeb> clienteWeb)
+    : m_banco(banco)
+    , m_figuras(figuras)
+    , m_portas(portas)
+    , m_fundo(new Fundo(portas.abridor, portas.site, this))
+    , m_barra(new Barra(kAlturaDaBarra, this))
+{
+    setObjectName("frmPrincipal");
+    setWindowTitle("Cozinhario 2005");
+    setWindowIcon(QIcon(":/cozinhario.svg"));
+    setWindowFlags(Qt::Window | Qt::FramelessWindowHint);
+    if (QGuiApplication::platformName().startsWith("wayland"))
+        setAttribute(Qt::WA_TranslucentBackground); // no mask there: what lies beside the panels is clear
+    Colocar(m_barra, kEsquerda, 0, kLarguraDoPainel, kAlturaDaBarra);
+    Colocar(m_fundo, 0, kAlturaDaBarra, kLargura, kAltura - kAlturaDaBarra);
+
+    MostrarDica(0, m_fundo->Area(), portas.sorteio, portas.site, SiteDoDistribuidor());
+    m_fundo->lblEntrada()->setText("Cozinhario 2005");
+    CriarTitulo();
+    CriarPaineis(std::move(clienteWeb));
+    CriarOperacoes();
+    LigarBotoes();
+    LigarPaineis();
+    Vigiar();
+    setFixedSize(TwipsParaPixels(kLargura), TwipsParaPixels(kAltura));
+}
+
+frmPrincipal::~frmPrincipal() = default;
+
+void frmPrincipal::CriarTitulo()
+{
+    m_picTitulo = new Faixa("picTitulo", Faixa::Tipo::Titulo, kAlturaDoTitulo, this);
+    m_lblTitulo = new QLabel(m_picTitulo);
+    m_lblTitulo->setObjectName("lblTitulo");
+    m_lblTitulo->setFont(FonteVerdana(9.75, true));
+    m_lblFechar = new QPushButton("&Voltar", m_picTitulo);
+    m_lblFechar->setObjectName("lblFechar");
+    m_lblFechar->setToolTip("Voltar");
+    m_lblFechar->setAccessibleName("Voltar");
+    m_lblFechar->setCursor(Qt::PointingHandCursor);
+    auto *linha = new QHBoxLayout(m_picTitulo);
+    linha->setContentsMargins(6, 2, 4, 2);
+    linha->addWidget(m_lblTitulo, 1);
+    linha->addWidget(m_lblFechar);
+    Colocar(m_picTitulo, kEsquerda, kTopoDoTitulo, kLarguraDoPainel, kAlturaDoTitulo);
+    m_picTitulo->hide();
+}
+
+void frmPrincipal::CriarPaineis(std::unique_ptr<ClienteWeb> clienteWeb)
+{
+    m_picMsg = new MensagemNaJanela(this);
+    m_picMsg->setGeometry((TwipsParaPixels(kLargura) - 400) / 2, TwipsParaPixels(4000), 400, 90);
+
+    m_editor =
+        new PainelEditor(m_banco, m_figuras, m_portas.avisos, m_portas.seletor, m_portas.relogio, this);
+    m_telas = std::make_unique<TelasDaJanela>(m_picTitulo, m_lblTitulo, [this] { AtualizarBotoes(nullptr); });
+
+    m_cartao = new PainelCartao(m_banco, m_portas.avisos, *m_telas, *this, *m_editor);
+    m_cartao->hide();
+    m_lista = new PainelLista({m_banco, m_portas.avisos, *m_telas, *m_picMsg, *this, *m_cartao}, this);
+    m_pesquisa = new PainelPesquisa(m_banco, m_portas.avisos, *m_telas, *m_lista, this);
+    m_paineisDasNovidades =
+        std::make_unique<PaineisDaJanela>(QList<QWidget *>{m_editor, m_lista, m_pesquisa});
+    auto novidades =
+        std::make_shared<Novidades>(std::move(clienteWeb), m_portas.site, m_banco.Caminho("temporario"));
+    m_novidades = new PainelNovidades(novidades, m_portas.avisos, m_portas.abridor, *m_telas,
+                                      *m_paineisDasNovidades, this);
+    m_telas->DefinirPaineis({m_lista, m_editor, m_pesquisa, [this] { m_novidades->Esconder(); }});
+
+    m_lista->DefinirLugar(kEsquerda, kTopoDosPaineis, kLarguraDoPainel, TelasDaJanela::kAlturaInteira);
+    m_editor->DefinirLugar(kEsquerda, kTopoDosPaineis, kLarguraDoPainel, TelasDaJanela::kAlturaInteira);
+    m_pesquisa->DefinirLugar(kEsquerda, kTopoDaPesquisa, kLarguraDoPainel, TelasDaJanela::kAlturaComPesquisa);
+    m_novidades->DefinirLugar(kEsquerda, kTopoDoTitulo, kLarguraDoPainel, PainelNovidades::kAltura);
+    for (QWidget *painel : std::initializer_list<QWidget *>{m_lista, m_editor, m_pesquisa, m_novidades})
+        painel->hide();
+}
+
+void frmPrincipal::CriarOperacoes()
+{
+    ListaParaExportar &listaParaExportar = *this;
+    JanelaDoBackup &janelaDoBackup = *this;
+    m_exclusao = std::make_unique<Exclusao>(m_banco, m_portas.avisos, *m_telas, *m_lista);
+    m_impressao = std::make_unique<Impressao>(m_banco, m_figuras, m_portas.avisos, *m_picMsg,
+                                              m_portas.impressoras, m_portas.site, this);
+    m_email = std::make_unique<EnvioEmail>(m_banco, m_figuras, m_portas.avisos, *m_telas, m_portas.abridor,
+                                           m_portas.site);
+    m_exportacao = std::make_unique<Exportacao>(m_banco, m_figuras, m_portas.avisos, *m_picMsg, *m_telas,
+                                                listaParaExportar, m_portas.abridor, m_portas.site);
+    m_backup = std::make_unique<modBackup>(m_banco, m_figuras, m_portas.avisos, m_portas.seletor, *m_picMsg,
+                                           *m_telas, m_portas.relogio, janelaDoBackup);
+}
+
+void frmPrincipal::LigarBotoes()
+{
+    const auto ligar = [this](const char *nome, auto operacao) {
+        connect(m_barra->Botao(nome), &QAbstractButton::clicked, this, Protegido(m_portas.avisos, operacao));
+    };
+    ligar("imgLstRcta", [this] { m_lista->imgLstRcta_Click(); });
+    ligar("imgDetRcta", [this] { NovaReceita(); });
+    ligar("imgPesRcta", [this] { m_pesquisa->imgPesRcta_Click(); });
+    ligar("imgImpressao", [this] { Imprimir(); });
+    ligar("imgEmail", [this] { m_email->imgEmail_Click(ReceitaParaEmail(m_editor->DadosDaTela())); });
+    ligar("imgTransmit",
+          [this] { m_exportacao->imgTransmit_Click(SelecionadasPara(*m_lista->lstVwReceitas())); });
+    ligar("imgInternet", [this] { m_novidades->imgInternet_Click(); });
+    ligar("imgBackup", [this] { m_backup->imgBackup_Click(); });
+    ligar("imgRestore", [this] { m_backup->imgRestore_Click(); });
+    ligar("imgMinimize", [this] { Minimizar(); });
+    ligar("imgSaida", [this] { Sair(); });
+}
+
+void frmPrincipal::LigarPaineis()
+{
+    connect(m_lblFechar, &QPushButton::clicked, this, Protegido(m_portas.avisos, [this] { FecharTela(); }));
+    connect(m_lista, &PainelLista::impressaoPedida, this, [this](qint64 lngReceita) {
+        Proteger(m_portas.avisos, [=, this] { m_impressao->ImprimirDoMenu(lngReceita); });
+    });
+    connect(m_editor, &PainelEditor::receitaSalva, this, Protegido(m_portas.avisos, [this] {
+                FecharTela();
+                m_lista->imgLstRcta_Click();
+            }));
+    connect(m_editor, &PainelEditor::exclusaoPedida, this, [this](qint64 lngReceita) {
+        Proteger(m_portas.avisos, [=, this] { m_exclusao->ExcluirDaTela(lngReceita); });
+    });
+}
+
+// Events that no single control owns: dragging, the toolbar's looks, the card that covers the editor's
+// fields.
+void frmPrincipal::Vigiar()
+{
+    m_cartao->installEventFilter(this);
+    setMouseTracking(true);
+    for (QWidget *area : std::initializer_list<QWidget *>{m_fundo, m_barra, m_fundo->lblEntrada(),
+                                                          m_picTitulo, m_editor, m_novidades}) {
+        area->setMouseTracking(true);
+        area->installEventFilter(this);
+    }
+    for (QWidget *livre :
+         std::initializer_list<QWidget *>{m_fundo, m_barra, m_fundo->lblEntrada(),
+                                          m_barra->Botao("imgMinimize"), m_barra->Botao("imgSaida")})
+        m_picMsg->DeixarPassar(livre);
+}
+
+bool frmPrincipal::eventFilter(QObject *objeto, QEvent *event)
+{
+    if (objeto == m_cartao) {
+        if (event->type() == QEvent::Show)
+            m_editor->MostrarCampos(false);
+        else if (event->type() == QEvent::Hide)
+            m_editor->MostrarCampos(true);
+        return false;
+    }
+    const bool arrasta = objeto == m_fundo || objeto == m_barra || objeto == m_fundo->lblEntrada();
+    switch (event->type()) {
+    case QEvent::MouseButtonPress: {
+        const auto *mouse = static_cast<QMouseEvent *>(event);
+        if (!arrasta || mouse->button() != Qt::LeftButton)
+            break;
+        m_arrastadaEm = mouse->globalPosition().toPoint() - pos();
+        if (!windowHandle() || !windowHandle()->startSystemMove())
+            static_cast<QWidget *>(objeto)->setCursor(Qt::SizeAllCursor);
+        return true;
+    }
+    case QEvent::MouseMove: {
+        // Without a window manager that moves windows, the window follows the mouse by itself.
+        const auto *mouse = static_cast<QMouseEvent *>(event);
+        if (arrasta && mouse->buttons().testFlag(Qt::LeftButton))
+            move(mouse->globalPosition().toPoint() - m_arrastadaEm);
+        else
+            AtualizarBotoes(nullptr);
+        break;
+    }
+    case QEvent::MouseButtonRelease:
+        static_cast<QWidget *>(objeto)->unsetCursor();
+        break;
+    default:
+        break;
+    }
+    return false;
+}
+
+void frmPrincipal::mouseMoveEvent(QMouseEvent *)
+{
+    AtualizarBotoes(nullptr);
+}
+
+void frmPrincipal::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    AjustarRegiao(*this);
+}
+
+void frmPrincipal::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    if (m_ativada)
+        return;
+    m_novidades->LigarTimer();
+    // Where nothing activates windows (no window manager), being shown is activation enough.
+    QTimer::singleShot(kEsperaPelaAtivacaoMs, this, &frmPrincipal::PrimeiraAtivacao);
+}
+
+void frmPrincipal::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange) {
+        AtualizarBotoes(nullptr);
+        if (!isActiveWindow())
+            return;
+        m_barra->update();
+        m_picTitulo->update();
+        // The list rolls open in its own time, not from within the window system's event.
+        QTimer::singleShot(0, this, &frmPrincipal::PrimeiraAtivacao);
+    }
+}
+
+// Only the first activation opens the list: a cook who comes back from another window finds her half-entered
+// recipe as she left it.
+void frmPrincipal::PrimeiraAtivacao()
+{
+    if (m_ativada || !isVisible())
+        return;
+    m_ativada = true;
+    // The list says nothing when the book cannot be read; this does, once.
+    if (!Proteger(m_portas.avisos, [this] { m_banco.LerUmaVez(); }))
+        return;
+    Proteger(m_portas.avisos, [this] { m_lista->imgLstRcta_Click(); });
+    AtualizarBotoes(nullptr);
+}
+
+void frmPrincipal::closeEvent(QCloseEvent *event)
+{
+    event->ignore();
+    Sair();
+}
+
+void frmPrincipal::Minimizar()
+{
+    AtualizarBotoes(nullptr);
+    showMinimized();
+}
+
+void frmPrincipal::Sair()
+{
+    hide();
+    EncerrarPrograma();
+}
+
+void frmPrincipal::AbrirTela(const QString &request)
+{
+    m_telas->AbrirTela(request);
+}
+
+void frmPrincipal::FecharTela()
+{
+    m_telas->FecharTela();
+}
+
+void frmPrincipal::AtualizarBotoes(const BotaoImagem *controle)
+{
+    m_barra->Atualizar(controle);
+}
+
+void frmPrincipal::NovaReceita()
+{
+    AtualizarBotoes(nullptr);
+    m_cartao->hide();
+    if (m_editor->isHidden())
+        m_editor->DefinirAltura(Painel::kRecolhido);
+    m_editor->NovaReceita();
+    AbrirTela("DetalheReceitas");
+    if (m_editor->Altura() == Painel::kRecolhido)
+        m_editor->Rolar(m_telas->AlturaDeTrabalho());
+}
+
+void frmPrincipal::CarregarDetalheReceita(qint64 lngReceita, bool BlnAbrir)
+{
+    m_editor->Carregar(lngReceita); // first, so that a recipe that cannot be read changes nothing on screen
+    if (BlnAbrir)
+        return;
+    m_cartao->hide();
+    if (m_editor->isHidden())
+        m_editor->DefinirAltura(Painel::kRecolhido);
+    AbrirTela("NovaReceita");
+    if (m_editor->Altura() == Painel::kRecolhido)
+        m_editor->Rolar(m_telas->AlturaDeTrabalho());
+}
+
+void frmPrincipal::CarregarValoresDetalheReceita(quint8 bytTipo)
+{
+    m_editor->CarregarValoresDetalheReceita(bytTipo);
+}
+
+void frmPrincipal::EsquecerLinhaEmEdicao()
+{
+    m_editor->EsquecerLinhaEmEdicao();
+}
+
+void frmPrincipal::Imprimir()
+{
+    const QString tela = m_telas->TelaAtual();
+    if (tela == "Pesquisa")
+        m_impressao->RecusarNaPesquisa();
+    else if (tela == "Listagem")
+        m_impressao->ImprimirSelecionadas(m_lista->ReceitasSelecionadas());
+    else
+        m_impressao->ImprimirDaTela(tela.isEmpty() ? 0 : m_editor->DadosDaTela().txtNroReceita.toLongLong());
+}
+
+void frmPrincipal::ConcluirRestauracao()
+{
+    Proteger(m_portas.avisos, [this] { m_backup->ConcluirRestauracao(); });
+}
+
+bool frmPrincipal::Ocupada() const
+{
+    return m_picMsg->EmOperacao() || QApplication::activeModalWidget() || m_lista->Carregando();
+}
+
+void frmPrincipal::RecarregarLista()
+{
+    if (Ocupada()) {
+        QTimer::singleShot(kNovaTentativaMs, this, &frmPrincipal::RecarregarLista);
+        return;
+    }
+    Proteger(m_portas.avisos, [this] { m_lista->imgLstRcta_Click(); });
+}
+
+void frmPrincipal::TrazerParaFrente()
+{
+    if (isMinimized())
+        showNormal();
+    raise();
+    activateWindow();
+}
+
+bool frmPrincipal::ListaVisivel() const
+{
+    return !m_lista->isHidden();
+}
+
+void frmPrincipal::MostrarLista()
+{
+    m_lista->imgLstRcta_Click();
+}
+
+void frmPrincipal::DefinirAlturaDaLista(int twips)
+{
+    m_lista->DefinirAltura(twips);
+}
+
+void frmPrincipal::EsconderTelas()
+{
+    m_telas->EsconderTudo();
+}
+
+void frmPrincipal::LivroRestaurado()
+{
+    // Every view reads the book afresh when it opens; what still stands in the hidden editor is forgotten.
+    m_editor->NovaReceita();
+}

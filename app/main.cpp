@@ -1,0 +1,92 @@
+#include "app/Aparencia.h"
+#include "app/CopiaUnica.h"
+#include "app/Pasta.h"
+#include "app/Site.h"
+#include "app/frmPrincipal.h"
+#include "assets/Recursos.h"
+#include "base/AbridorQt.h"
+#include "base/AvisosQt.h"
+#include "base/EventosPendentes.h"
+#include "base/Fontes.h"
+#include "base/Protegido.h"
+#include "base/Relogio.h"
+#include "base/SeletorArquivosQt.h"
+#include "base/Separadores.h"
+#include "base/Sorteio.h"
+#include "news/ClienteWebQt.h"
+#include "packages/LinhaDeComando.h"
+#include "packages/frmImportacao.h"
+#include "print/Impressoras.h"
+#include "store/Banco.h"
+#include "store/Figuras.h"
+
+#include <QApplication>
+#include <QLocale>
+#include <QTranslator>
+
+namespace
+{
+/// Imports the package named on the command line. False: the program ends here.
+bool ImportarPacote(const Banco &banco, const Figuras &figuras, Avisos &avisos, const QString &pacote)
+{
+    bool segue = false;
+    Proteger(avisos, [&] {
+        RelogioDoSistema relogio;
+        frmImportacao dialogo(banco, figuras, avisos, relogio);
+        segue = dialogo.Executar(pacote) == frmImportacao::Desfecho::Importado;
+    });
+    return segue;
+}
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    QApplication aplicacao(argc, argv);
+    QApplication::setApplicationName("cozinhario");
+    QApplication::setApplicationDisplayName("Cozinhario 2005");
+    QApplication::setDesktopFileName("cozinhario");
+    // The end of the program is always asked for; closing the import dialog is not it.
+    QApplication::setQuitOnLastWindowClosed(false);
+
+    IniciarRecursos();
+    QTranslator traducao;
+    if (traducao.load(":/traducoes/qtbase_pt_BR.qm"))
+        QApplication::installTranslator(&traducao);
+    InstalarFontes();
+    AplicarAparencia(aplicacao);
+    Separadores::Definir(Separadores::De(QLocale::system()));
+
+    const QString pasta = PastaDoLivro(QApplication::applicationDirPath());
+    const Banco banco(pasta);
+    const Figuras figuras(banco);
+    AvisosQt avisos;
+    const QString pacote = CaminhoDaLinhaDeComando(QApplication::arguments().mid(1));
+
+    CopiaUnica copia(pasta);
+    if (!copia.Primeira()) {
+        const bool importou = !pacote.isEmpty() && ImportarPacote(banco, figuras, avisos, pacote);
+        if (importou || pacote.isEmpty())
+            copia.Entregar(importou ? CopiaUnica::Aviso::ImportacaoTerminada : CopiaUnica::Aviso::Ativar);
+        return 0;
+    }
+    copia.Escutar();
+
+    SeletorArquivosQt seletor;
+    AbridorQt abridor;
+    RelogioDoSistema relogio;
+    SorteioDoSistema sorteio;
+    ImpressorasDoSistema impressoras;
+    frmPrincipal janela(banco, figuras,
+                        {avisos, seletor, relogio, sorteio, abridor, impressoras, COZINHARIO_SITE},
+                        std::make_unique<ClienteWebQt>());
+    avisos.DefinirJanela(&janela);
+    seletor.DefinirJanela(&janela);
+    QObject::connect(&copia, &CopiaUnica::importacaoTerminada, &janela, &frmPrincipal::RecarregarLista);
+    QObject::connect(&copia, &CopiaUnica::ativacaoPedida, &janela, &frmPrincipal::TrazerParaFrente);
+
+    janela.ConcluirRestauracao();
+    if (!pacote.isEmpty() && !ImportarPacote(banco, figuras, avisos, pacote))
+        return 0;
+    janela.show();
+    return QApplication::exec();
+}

@@ -16,7 +16,6 @@ CabecalhoLista::CabecalhoLista(QWidget *parent)
     : QHeaderView(Qt::Horizontal, parent)
 {
     setObjectName("cabecalhoLista");
-    setSectionsClickable(true);
     setSectionsMovable(false);
     setHighlightSections(false);
     setStretchLastSection(false);

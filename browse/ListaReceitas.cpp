@@ -54,6 +54,7 @@ ListaReceitas::ListaReceitas(ModeloLista &modelo, QWidget *parent)
     auto *cabecalho = new CabecalhoLista(this);
     setHeader(cabecalho);
     setModel(&modelo);
+    cabecalho->setSectionsClickable(true); // the view has taken it for granted that it does not sort
     setItemDelegate(new DelegadoLista(this));
 
     setRootIsDecorated(false);

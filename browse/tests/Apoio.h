@@ -1,6 +1,8 @@
 #pragma once
 
+#include "assets/Recursos.h"
 #include "base/Avisos.h"
+#include "base/Fontes.h"
 #include "base/Painel.h"
 #include "base/PainelMensagem.h"
 #include "base/Telas.h"
@@ -11,6 +13,10 @@
 #include "browse/PainelLista.h"
 #include "browse/PainelPesquisa.h"
 #include "browse/tests/Livro.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QTimer>
 
 #include <functional>
 
@@ -126,12 +132,57 @@ public:
     QStringList passos;
 };
 
+/// Types a text as the keyboard would, accented letters included.
+inline void Teclar(QWidget *controle, const QString &texto)
+{
+    for (const QChar letra : texto) {
+        for (const auto tipo : {QEvent::KeyPress, QEvent::KeyRelease}) {
+            QKeyEvent tecla(tipo, letra.unicode() < 128 ? letra.toUpper().unicode() : 0, Qt::NoModifier,
+                            letra);
+            QApplication::sendEvent(controle, &tecla);
+        }
+    }
+}
+
+/// Runs something once, from the event loop, as soon as a panel has begun to roll open.
+class AoRolar : public QObject
+{
+public:
+    AoRolar(QWidget *painel, std::function<void()> acao)
+        : m_acao(std::move(acao))
+    {
+        painel->installEventFilter(this);
+    }
+    bool Rodou() const { return m_rodou; }
+
+protected:
+    bool eventFilter(QObject *objeto, QEvent *event) override
+    {
+        const int altura = static_cast<QWidget *>(objeto)->height();
+        if (event->type() == QEvent::Resize && altura > 100 && altura < 200 && !m_marcado) {
+            m_marcado = true;
+            QTimer::singleShot(0, this, [this] {
+                m_rodou = true;
+                m_acao();
+            });
+        }
+        return false;
+    }
+
+private:
+    std::function<void()> m_acao;
+    bool m_marcado = false;
+    bool m_rodou = false;
+};
+
 /// The three panels on a window of their own, wired to recorders.
 class Bancada
 {
 public:
     Bancada()
     {
+        IniciarRecursos();
+        InstalarFontes();
         Painel::DefinirRitmo(0);
         janela.resize(660, 760);
         detalhePainel = new Painel("picDetReceita", &janela);

@@ -151,9 +151,9 @@ private slots:
         Bancada b;
         b.cartao->CarregarPreviewReceita(GuardarLonga(b));
         const auto girar = [&b](int angulo) {
-            QWheelEvent roda(QPointF(50, 50), Canvas(b)->mapToGlobal(QPointF(50, 50)), QPoint(),
+            QWheelEvent roda(QPointF(50, 50), b.cartao->mapToGlobal(QPointF(50, 50)), QPoint(),
                              QPoint(0, angulo), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-            QApplication::sendEvent(Canvas(b), &roda);
+            QApplication::sendEvent(b.cartao, &roda);
         };
         girar(-120);
         QCOMPARE(Barra(b)->value(), 765);
@@ -282,9 +282,10 @@ private slots:
         Bancada b;
         const qint64 n = GuardarLonga(b);
         b.telas.AbrirTela("ListaReceitas");
-        QTimer::singleShot(0, &b.janela, [&] { b.lista->imgLstRcta_Click(); });
+        AoRolar meio(b.detalhePainel, [&] { b.lista->imgLstRcta_Click(); });
         b.cartao->CarregarPreviewReceita(n);
-        QVERIFY(!Barra(b)->hasFocus());
+        QVERIFY(meio.Rodou());
+        QVERIFY(b.Lst()->hasFocus());
     }
 };
 

@@ -4,6 +4,7 @@
 
 #include <QFile>
 #include <QHeaderView>
+#include <QLineEdit>
 #include <QMenu>
 #include <QScrollBar>
 #include <QTest>
@@ -197,14 +198,12 @@ private slots:
     {
         Bancada b;
         b.livro.Guardar({.nome = "Bolo"});
-        bool chamou = false;
-        QTimer::singleShot(0, &b.janela, [&] {
-            chamou = true;
+        AoRolar meio(b.lista, [&] {
             QVERIFY(b.lista->Carregando());
             b.lista->imgLstRcta_Click();
         });
         b.lista->imgLstRcta_Click();
-        QVERIFY(chamou);
+        QVERIFY(meio.Rodou());
         QCOMPARE(b.telas.pedidos, QStringList{"ListaReceitas"});
         QCOMPARE(b.lista->Altura(), 6540);
         QVERIFY(!b.lista->Carregando());
@@ -215,15 +214,13 @@ private slots:
         Bancada b;
         b.livro.Guardar({.nome = "Bolo"});
         b.livro.Guardar({.nome = "Torta"});
-        bool chamou = false;
-        QTimer::singleShot(0, &b.janela, [&] {
-            chamou = true;
+        AoRolar meio(b.lista, [&] {
             b.lista->DefinirConsulta(
                 "Select * from Receitas Where 1=1  and Nome like '%bolo%' Order By Nome ");
             b.lista->imgLstRcta_Click();
         });
         b.lista->imgLstRcta_Click();
-        QVERIFY(chamou);
+        QVERIFY(meio.Rodou());
         QCOMPARE(b.Nomes(), QStringList{"Bolo"});
         b.lista->imgLstRcta_Click();
         QCOMPARE(b.Nomes(), (QStringList{"Bolo", "Torta"}));
@@ -232,9 +229,14 @@ private slots:
     void focoNaoVoltaParaAListaQuandoOutraTelaAbriu()
     {
         Bancada b;
-        QTimer::singleShot(0, &b.janela, [&] { b.telas.AbrirTela("DetalheReceitas"); });
+        QLineEdit campo(b.detalhePainel);
+        AoRolar meio(b.lista, [&] {
+            b.telas.AbrirTela("DetalheReceitas");
+            campo.setFocus();
+        });
         b.lista->imgLstRcta_Click();
-        QVERIFY(!b.Lst()->hasFocus());
+        QVERIFY(meio.Rodou());
+        QVERIFY(campo.hasFocus());
     }
 
     void receitasAosMilharesEntramEmPedacos()
@@ -514,7 +516,7 @@ private slots:
     {
         Bancada b;
         b.livro.GuardarMuitas(2);
-        QTimer::singleShot(0, &b.janela, [&] {
+        AoRolar meio(b.lista, [&] {
             QVERIFY(b.lista->Carregando());
             b.Lst()->setCurrentIndex(b.Lst()->model()->index(0, 0));
             QTest::keyClick(b.Lst(), Qt::Key_Delete);

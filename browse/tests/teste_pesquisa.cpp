@@ -15,7 +15,7 @@ class TestePesquisa : public QObject
 
     static void Escrever(Bancada &b, const char *campo, const QString &texto)
     {
-        QTest::keyClicks(b.Controle<QWidget>(campo), texto);
+        Teclar(b.Controle<QWidget>(campo), texto);
     }
     static void Pesquisar(Bancada &b)
     {

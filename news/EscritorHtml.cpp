@@ -164,7 +164,7 @@ PaginaLimpa EscritorHtml::Escrever(const xmlNode *raiz)
     while (!m_abertos.empty())
         Sair();
 
-    m_pagina.html = "<html><head><style>a{color:#1b4f9c}\n" + m_folha + "</style></head><body bgcolor=\"" +
+    m_pagina.html = "<html><head><style>a:link{color:#1b4f9c}\n" + m_folha + "</style></head><body bgcolor=\"" +
                     m_pagina.fundo.name() + "\">" + m_html + "</body></html>";
     return m_pagina;
 }
@@ -177,7 +177,7 @@ void EscritorHtml::LerCorpo(const xmlNode *body)
     if (const QString cor = Estilo::LimparCor(No::Atributo(body, "text")); !cor.isEmpty())
         m_pagina.texto = QColor(cor);
     if (const QString cor = Estilo::LimparCor(No::Atributo(body, "link")); !cor.isEmpty())
-        m_folha.prepend("a{color:" + cor + "}\n");
+        m_folha.prepend("a:link{color:" + cor + "}\n");
 }
 
 bool EscritorHtml::Cheia() const

@@ -100,8 +100,8 @@ struct CenaDoPainel {
             std::make_shared<Novidades>(std::make_unique<ClienteWebQt>(limites), servidor.Site(), Pasta()),
             avisos, abridor, telas, paineis, &janela);
         vivo = picWeb;
-        janela.resize(700, 600);
-        picWeb->DefinirLugar(135, 0, 9000, Painel::kRecolhido);
+        janela.resize(640, 600);
+        picWeb->DefinirLugar(135, 0, 9330, Painel::kRecolhido);
         for (QWidget *painel : {lista, detalhe, pesquisa})
             painel->setGeometry(9, 0, 600, TwipsParaPixels(6540));
         detalhe->hide();

@@ -332,7 +332,7 @@ void TesteLimparPagina::coresDoCorpo()
         "<body bgcolor=#000080 text=yellow link=white background='http://x/y.gif'>a</body>", pasta, kBase);
     QCOMPARE(pagina.fundo, QColor(0, 0, 128));
     QCOMPARE(pagina.texto, QColor(255, 255, 0));
-    QVERIFY(pagina.html.contains("a{color:#ffffff}"));
+    QVERIFY(pagina.html.contains("a:link{color:#ffffff}"));
     QVERIFY(!pagina.html.contains("http"));
     const PaginaLimpa simples = LimparPagina("<body>a</body>", pasta, kBase);
     QCOMPARE(simples.fundo, QColor(Qt::white));

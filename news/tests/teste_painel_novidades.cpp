@@ -64,7 +64,7 @@ void TestePainelNovidades::oCliqueRolaOPainelEMostraAPagina()
     QCOMPARE(cena.picWeb->Altura(), 6930);
     QCOMPARE(cena.picWeb->height(), 462);
     QVERIFY(cena.avisos.textos.isEmpty());
-    QCOMPARE(cena.WbBsr1()->geometry(), QRect(-2, -2, 600, 461));
+    QCOMPARE(cena.WbBsr1()->geometry(), QRect(-2, -2, 622, 461));
 
     QList<int> esperadas;
     for (int altura = 220; altura <= 6930; altura += 200)

@@ -18,6 +18,7 @@ constexpr qint64 kFatia = 256 * 1024;
 constexpr int kNivel = 9;
 constexpr qsizetype kTrailer = 17;
 constexpr qsizetype kNulosIniciais = 5;
+constexpr qint64 kSoma = 4;
 constexpr qint64 kMaiorDesdobramento = 1032; ///< deflate at its best: 258 bytes out of two bits
 
 /// Takes the next unpacked bytes; a code other than kSucesso ends the unpacking with it.
@@ -88,13 +89,14 @@ int EscoarDeflate(z_stream &z, int modo, std::vector<char> &saida, QIODevice &de
 }
 
 /// Unfolds the stream of `m` bytes that stands at the start of `origem`; the receiver gets n + 1 bytes.
-int Desdobrar(QIODevice &origem, qint64 m, qint64 n, const Receptor &receptor,
+int Desdobrar(QIODevice &origem, qint64 m, qint64 n, bool comSoma, const Receptor &receptor,
               const RecipienteEmFatias::Pausa &pausa)
 {
     Fluxo fluxo(inflateEnd);
     z_stream &z = fluxo.z;
     if (const int codigo = inflateInit(&z); codigo != Z_OK)
         return codigo;
+    inflateValidate(&z, comSoma ? 1 : 0);
     std::vector<char> lido(kFatia);
     std::vector<char> saida(kFatia);
     qint64 falta = m;
@@ -139,7 +141,8 @@ int Desdobrar(QIODevice &origem, qint64 m, qint64 n, const Receptor &receptor,
     return Recipiente::kSucesso;
 }
 
-int DescompactarPara(QIODevice &recipiente, const Receptor &receptor, const RecipienteEmFatias::Pausa &pausa)
+int DescompactarPara(QIODevice &recipiente, bool comSoma, const Receptor &receptor,
+                     const RecipienteEmFatias::Pausa &pausa)
 {
     if (recipiente.size() == 0)
         return Recipiente::kSucesso;
@@ -153,11 +156,11 @@ int DescompactarPara(QIODevice &recipiente, const Receptor &receptor, const Reci
         return Recipiente::kTrailerInvalido;
     if (!recipiente.seek(0))
         return Recipiente::kArquivoIlegivel;
-    return Desdobrar(recipiente, m, *n, receptor, pausa);
+    return Desdobrar(recipiente, m, *n, comSoma, receptor, pausa);
 }
 } // namespace
 
-int RecipienteEmFatias::Compactar(QIODevice &origem, QIODevice &destino, const Pausa &pausa)
+int RecipienteEmFatias::Compactar(QIODevice &origem, QIODevice &destino, quint32 &soma, const Pausa &pausa)
 {
     if (!origem.seek(0))
         return Recipiente::kArquivoIlegivel;
@@ -185,13 +188,14 @@ int RecipienteEmFatias::Compactar(QIODevice &origem, QIODevice &destino, const P
     }
     if (const int codigo = EscoarDeflate(z, Z_FINISH, saida, destino); codigo != Z_OK)
         return codigo;
+    soma = static_cast<quint32>(z.adler);
     return destino.write(Trailer(n)) == kTrailer ? Recipiente::kSucesso : Recipiente::kDestinoIndisponivel;
 }
 
 int RecipienteEmFatias::Descompactar(QIODevice &recipiente, QIODevice &destino, const Pausa &pausa)
 {
     return DescompactarPara(
-        recipiente,
+        recipiente, true,
         [&destino](QByteArrayView bytes) {
             return destino.write(bytes.data(), bytes.size()) == bytes.size()
                        ? Recipiente::kSucesso
@@ -200,13 +204,15 @@ int RecipienteEmFatias::Descompactar(QIODevice &recipiente, QIODevice &destino, 
         pausa);
 }
 
-int RecipienteEmFatias::Conferir(QIODevice &recipiente, QIODevice &original, const Pausa &pausa)
+int RecipienteEmFatias::Conferir(QIODevice &recipiente, QIODevice &original, quint32 soma, const Pausa &pausa)
 {
     if (!original.seek(0))
         return Recipiente::kArquivoIlegivel;
+    if (recipiente.size() == 0)
+        return original.size() == 0 ? Recipiente::kSucesso : Z_DATA_ERROR;
     std::vector<char> esperado(kFatia);
     qint64 falta = original.size();
-    qint64 sobra = 0; // one 0x00 is what unpacking leaves
+    qint64 sobra = 0;
     const auto comparar = [&](QByteArrayView bytes) {
         const qint64 comuns = std::min<qint64>(bytes.size(), falta);
         if (original.read(esperado.data(), comuns) != comuns)
@@ -216,7 +222,13 @@ int RecipienteEmFatias::Conferir(QIODevice &recipiente, QIODevice &original, con
         return std::equal(bytes.begin(), bytes.begin() + comuns, esperado.begin()) ? Recipiente::kSucesso
                                                                                    : Z_DATA_ERROR;
     };
-    const int codigo = DescompactarPara(recipiente, comparar, pausa);
-    const bool mesmoTamanho = falta == 0 && sobra == (recipiente.size() == 0 ? 0 : 1);
-    return codigo == Recipiente::kSucesso && !mesmoTamanho ? Z_DATA_ERROR : codigo;
+    if (const int codigo = DescompactarPara(recipiente, false, comparar, pausa);
+        codigo != Recipiente::kSucesso)
+        return codigo;
+    if (falta > 0 || sobra != 1) // one 0x00 is what unpacking leaves
+        return Z_DATA_ERROR;
+    // The stream ends in its sum, highest byte first.
+    if (!recipiente.seek(recipiente.size() - kTrailer - kSoma))
+        return Recipiente::kArquivoIlegivel;
+    return recipiente.read(kSoma).toHex().toUInt(nullptr, 16) == soma ? Recipiente::kSucesso : Z_DATA_ERROR;
 }

@@ -212,10 +212,12 @@ Fim modBackup::CompactarPara(QFile &arquivo, const QString &destino)
             IniciarGravacao(copia.Arquivo());
         return Respirar();
     };
-    if (const Fim fim = FimDe(RecipienteEmFatias::Compactar(arquivo, copia.Arquivo(), respirarGravando));
+    quint32 soma = 0;
+    if (const Fim fim =
+            FimDe(RecipienteEmFatias::Compactar(arquivo, copia.Arquivo(), soma, respirarGravando));
         fim != Fim::Feito)
         return fim;
-    if (const Fim fim = FimDe(RecipienteEmFatias::Conferir(copia.Arquivo(), arquivo, Respirar));
+    if (const Fim fim = FimDe(RecipienteEmFatias::Conferir(copia.Arquivo(), arquivo, soma, Respirar));
         fim != Fim::Feito)
         return fim;
     return copia.Confirmar() ? Fim::Feito : Fim::Falhou;

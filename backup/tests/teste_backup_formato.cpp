@@ -63,16 +63,19 @@ bool LerBytes(const QByteArray &arquivo, QList<Entrada> &entradas)
     return buffer.open(QIODevice::ReadOnly) && ArquivoBackup::Ler(buffer, entradas);
 }
 
-QByteArray CompactarEmFatias(const QByteArray &dados, int *codigo = nullptr)
+QByteArray CompactarEmFatias(const QByteArray &dados, int *codigo = nullptr, quint32 *soma = nullptr)
 {
     QByteArray copia = dados;
     QBuffer origem(&copia);
     QBuffer destino;
     origem.open(QIODevice::ReadOnly);
     destino.open(QIODevice::WriteOnly);
-    const int resultado = RecipienteEmFatias::Compactar(origem, destino, SemPausa);
+    quint32 adler = 0;
+    const int resultado = RecipienteEmFatias::Compactar(origem, destino, adler, SemPausa);
     if (codigo)
         *codigo = resultado;
+    if (soma)
+        *soma = adler;
     return destino.data();
 }
 
@@ -87,7 +90,7 @@ int DescompactarEmFatias(const QByteArray &recipiente, QByteArray &saida)
     return RecipienteEmFatias::Descompactar(origem, destino, SemPausa);
 }
 
-int ConferirBytes(const QByteArray &recipiente, const QByteArray &original)
+int ConferirBytes(const QByteArray &recipiente, const QByteArray &original, quint32 soma)
 {
     QByteArray a = recipiente;
     QByteArray b = original;
@@ -95,7 +98,7 @@ int ConferirBytes(const QByteArray &recipiente, const QByteArray &original)
     QBuffer segundo(&b);
     primeiro.open(QIODevice::ReadOnly);
     segundo.open(QIODevice::ReadOnly);
-    return RecipienteEmFatias::Conferir(primeiro, segundo, SemPausa);
+    return RecipienteEmFatias::Conferir(primeiro, segundo, soma, SemPausa);
 }
 
 /// The container with another length in its trailer.
@@ -332,11 +335,12 @@ void TesteBackupFormato::desdobraOQueFoiCompactado_data()
 void TesteBackupFormato::desdobraOQueFoiCompactado()
 {
     QFETCH(QByteArray, dados);
-    const QByteArray recipiente = CompactarEmFatias(dados);
+    quint32 soma = 0;
+    const QByteArray recipiente = CompactarEmFatias(dados, nullptr, &soma);
     QByteArray saida;
     QCOMPARE(DescompactarEmFatias(recipiente, saida), Recipiente::kSucesso);
     QVERIFY(saida == dados + '\0');
-    QCOMPARE(ConferirBytes(recipiente, dados), Recipiente::kSucesso);
+    QCOMPARE(ConferirBytes(recipiente, dados, soma), Recipiente::kSucesso);
 }
 
 void TesteBackupFormato::recipienteVazioDaNada()
@@ -397,15 +401,22 @@ void TesteBackupFormato::comprimentoMaiorDeixaZeros()
 void TesteBackupFormato::conferirAchaUmByteTrocado()
 {
     const QByteArray dados = Mistura(3 * kFatia);
-    const QByteArray recipiente = CompactarEmFatias(dados);
+    quint32 soma = 0;
+    const QByteArray recipiente = CompactarEmFatias(dados, nullptr, &soma);
     for (const qsizetype posicao : {qsizetype(0), kFatia, dados.size() - 1}) {
         QByteArray outro = dados;
         outro[posicao] = static_cast<char>(outro[posicao] + 1);
-        QCOMPARE(ConferirBytes(recipiente, outro), Z_DATA_ERROR);
+        QCOMPARE(ConferirBytes(recipiente, outro, soma), Z_DATA_ERROR);
     }
-    QCOMPARE(ConferirBytes(recipiente, dados + "x"), Z_DATA_ERROR);
-    QCOMPARE(ConferirBytes(recipiente, dados.chopped(2)), Z_DATA_ERROR);
-    QCOMPARE(ConferirBytes(recipiente, dados + QByteArray(2, '\0')), Z_DATA_ERROR);
+    QCOMPARE(ConferirBytes(recipiente, dados + "x", soma), Z_DATA_ERROR);
+    QCOMPARE(ConferirBytes(recipiente, dados.chopped(2), soma), Z_DATA_ERROR);
+    QCOMPARE(ConferirBytes(recipiente, dados + QByteArray(2, '\0'), soma), Z_DATA_ERROR);
+    QCOMPARE(ConferirBytes({}, dados, soma), Z_DATA_ERROR);
+    // Damage that the bytes do not show: to the stream's own sum, which a restore will look at.
+    QByteArray somaTrocada = recipiente;
+    const qsizetype ultimo = recipiente.size() - 18;
+    somaTrocada[ultimo] = static_cast<char>(somaTrocada[ultimo] + 1);
+    QCOMPARE(ConferirBytes(somaTrocada, dados, soma), Z_DATA_ERROR);
 }
 
 void TesteBackupFormato::aPausaInterrompe()
@@ -418,9 +429,11 @@ void TesteBackupFormato::aPausaInterrompe()
     origem.open(QIODevice::ReadOnly);
     compactado.open(QIODevice::ReadOnly);
     saida.open(QIODevice::WriteOnly);
-    QCOMPARE(RecipienteEmFatias::Compactar(origem, saida, Parar), RecipienteEmFatias::kInterrompido);
+    quint32 soma = 0;
+    QCOMPARE(RecipienteEmFatias::Compactar(origem, saida, soma, Parar), RecipienteEmFatias::kInterrompido);
     QCOMPARE(RecipienteEmFatias::Descompactar(compactado, saida, Parar), RecipienteEmFatias::kInterrompido);
-    QCOMPARE(RecipienteEmFatias::Conferir(compactado, origem, Parar), RecipienteEmFatias::kInterrompido);
+    QCOMPARE(RecipienteEmFatias::Conferir(compactado, origem, soma, Parar),
+             RecipienteEmFatias::kInterrompido);
 }
 
 void TesteBackupFormato::discoCheioEDito()
@@ -431,9 +444,11 @@ void TesteBackupFormato::discoCheioEDito()
     QBuffer compactado(&recipiente);
     origem.open(QIODevice::ReadOnly);
     compactado.open(QIODevice::ReadOnly);
+    quint32 soma = 0;
     for (const qint64 cabem : {qint64(0), qint64(kFatia), recipiente.size() - 1}) {
         DiscoCheio disco(cabem);
-        QCOMPARE(RecipienteEmFatias::Compactar(origem, disco, SemPausa), Recipiente::kDestinoIndisponivel);
+        QCOMPARE(RecipienteEmFatias::Compactar(origem, disco, soma, SemPausa),
+                 Recipiente::kDestinoIndisponivel);
     }
     for (const qint64 cabem : {qint64(0), qint64(kFatia), qint64(dados.size())}) {
         DiscoCheio disco(cabem);

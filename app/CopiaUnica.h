@@ -31,6 +31,8 @@ public:
     };
     /// Later copy: delivers the line, waiting at most two seconds. False when nobody took it.
     bool Entregar(Aviso aviso) const;
+    /// Where the first copy listens: a socket only its user may open.
+    QString NomeDoCanal() const;
 
 signals:
     void importacaoTerminada();
@@ -38,7 +40,6 @@ signals:
 
 private:
     void Receber();
-    QString NomeDoCanal() const;
 
     QString m_pasta;
     int m_trava = -1;

@@ -1,0 +1,471 @@
+#include "PortasDeTeste.h"
+
+#include "app/AjustarRegiao.h"
+#include "app/Dicas.h"
+#include "app/Gradiente.h"
+#include "app/MensagemNaJanela.h"
+#include "assets/Recursos.h"
+#include "base/BotaoImagem.h"
+#include "base/EventosPendentes.h"
+#include "base/Fontes.h"
+#include "base/OperacaoLonga.h"
+#include "base/Painel.h"
+#include "editor/PainelEditor.h"
+#include "store/Comandos.h"
+
+#include <QAbstractItemView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+
+class TesteApp : public QObject
+{
+    Q_OBJECT
+
+    std::unique_ptr<ProgramaDeTeste> p;
+
+    template <typename T = QWidget>
+    T *C(const char *nome) const
+    {
+        T *controle = p->janela.findChild<T *>(nome);
+        if (!controle)
+            qFatal("%s is missing", nome);
+        return controle;
+    }
+    void Clique(const char *nome) const { QTest::mouseClick(C(nome), Qt::LeftButton); }
+    // Through the window, as the window system brings it: the child under the mouse is found on the way.
+    void Aponte(QWidget *controle, QPoint onde) const
+    {
+        QTest::mouseMove(p->janela.windowHandle(), controle->mapTo(&p->janela, onde));
+        QCoreApplication::processEvents();
+    }
+    QString Titulo() const { return C<QLabel>("lblTitulo")->text(); }
+    void Abrir()
+    {
+        p->janela.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&p->janela));
+        QTRY_COMPARE(C<Painel>("picLstReceitas")->Altura(), 6540);
+        QTRY_VERIFY(!C("picLstReceitas")->isHidden());
+    }
+
+private slots:
+    void initTestCase()
+    {
+        IniciarRecursos();
+        InstalarFontes();
+        Painel::DefinirRitmo(0);
+    }
+    void init() { p = std::make_unique<ProgramaDeTeste>(); }
+    void cleanup() { p.reset(); }
+
+    void aListaAbreNaPrimeiraAtivacao()
+    {
+        Abrir();
+        QCOMPARE(Titulo(), QString(" Receitas Cadastradas"));
+        QVERIFY(QFile::exists(p->pasta.filePath("dadosr.lst")));
+        QVERIFY(p->avisos.mostrados.isEmpty());
+    }
+
+    void voltarDeOutroProgramaNaoTocaNaReceitaComecada()
+    {
+        Abrir();
+        Clique("imgDetRcta");
+        QTest::keyClicks(C("txtNome"), "Bolo");
+        QEvent ativacao(QEvent::ActivationChange);
+        QCoreApplication::sendEvent(&p->janela, &ativacao);
+        QCoreApplication::processEvents();
+        QCOMPARE(C<QLineEdit>("txtNome")->text(), QString("Bolo"));
+        QVERIFY(C("picDetReceita")->isVisible());
+        QCOMPARE(Titulo(), QString(" Nova Receita "));
+    }
+
+    void umLivroQueNaoEBancoDeDadosEMostradoUmaVez()
+    {
+        QFile livro(p->pasta.filePath("dadosr.lst"));
+        QVERIFY(livro.open(QIODevice::WriteOnly));
+        const QByteArray bytes = "isto aqui nunca foi um banco de dados " + QByteArray(5000, 'x');
+        livro.write(bytes);
+        livro.close();
+        p->janela.show();
+        QTRY_COMPARE(p->avisos.mostrados.size(), 1);
+        QVERIFY(p->avisos.mostrados[0].startsWith("parada: "));
+        QVERIFY(livro.open(QIODevice::ReadOnly));
+        QCOMPARE(livro.readAll(), bytes);
+    }
+
+    void cadaPedidoTemSeuTitulo_data()
+    {
+        QTest::addColumn<QString>("request");
+        QTest::addColumn<QString>("title");
+        QTest::addColumn<QString>("painel");
+        QTest::newRow("lista") << "ListaReceitas"
+                               << " Receitas Cadastradas"
+                               << "picLstReceitas";
+        QTest::newRow("nova") << "DetalheReceitas"
+                              << " Nova Receita "
+                              << "picDetReceita";
+        QTest::newRow("alteração") << "NovaReceita"
+                                   << " Alteração da Receita "
+                                   << "picDetReceita";
+        QTest::newRow("pesquisa") << "PesquisaReceitas"
+                                  << " Pesquisa de Receitas "
+                                  << "picPesReceita";
+    }
+    void cadaPedidoTemSeuTitulo()
+    {
+        QFETCH(QString, request);
+        QFETCH(QString, title);
+        QFETCH(QString, painel);
+        p->janela.AbrirTela(request);
+        QCOMPARE(Titulo(), title);
+        QVERIFY(!p->janela.findChild<QWidget *>(painel)->isHidden());
+        QVERIFY(!C("picTitulo")->isHidden());
+    }
+
+    void umPedidoDesconhecidoNaoFazNada()
+    {
+        p->janela.AbrirTela("OutraTela");
+        QVERIFY(C("picTitulo")->isHidden());
+    }
+
+    void aPesquisaEncolheAListaEVoltarADevolve()
+    {
+        Abrir();
+        Clique("imgPesRcta");
+        QCOMPARE(C<Painel>("picLstReceitas")->Altura(), 3780);
+        QCOMPARE(C<Painel>("picDetReceita")->Altura(), 3780);
+        QCOMPARE(C<Painel>("picPesReceita")->Altura(), 3780);
+        QCOMPARE(Titulo(), QString(" Pesquisa de Receitas "));
+        // List and criteria are seen together.
+        QVERIFY(!C("picPesReceita")->geometry().intersects(C("picLstReceitas")->geometry()));
+        Clique("imgLstRcta");
+        QCOMPARE(C<Painel>("picLstReceitas")->Altura(), 3780);
+        Clique("lblFechar"); // the list's newest entry: its panel closes
+        QCOMPARE(Titulo(), QString(" Pesquisa de Receitas "));
+        QVERIFY(C("picLstReceitas")->isHidden());
+        Clique("lblFechar"); // the search: nothing is left, the list's older entry does not count
+        QVERIFY(C("picTitulo")->isHidden());
+    }
+
+    void fecharAPesquisaDevolveAAlturaInteira()
+    {
+        Abrir();
+        Clique("imgPesRcta");
+        Clique("lblFechar");
+        QCOMPARE(C<Painel>("picLstReceitas")->Altura(), 6540);
+        QCOMPARE(Titulo(), QString(" Receitas Cadastradas"));
+        QVERIFY(C("picPesReceita")->isHidden());
+    }
+
+    void seisTelasSeguidasEAVoltaDelas()
+    {
+        Abrir(); // e1, list
+        for (const char *request :
+             {"DetalheReceitas", "NovaReceita", "PesquisaReceitas", "ListaReceitas", "DetalheReceitas"})
+            p->janela.AbrirTela(request);
+        QCOMPARE(Titulo(), QString(" Nova Receita "));
+        // e1, e1, e2, e3, e6: the editor closes with e6, its entries e3 and e2 no longer count.
+        p->janela.FecharTela();
+        QCOMPARE(Titulo(), QString(" Receitas Cadastradas"));
+        QVERIFY(!C("picPesReceita")->isHidden()); // e4 is gone: the search stays open without an entry
+        p->janela.FecharTela();
+        QVERIFY(C("picLstReceitas")->isHidden());
+        QVERIFY(C("picTitulo")->isHidden()); // no entry counts any more
+        QVERIFY(C("picPesReceita")->isHidden());
+    }
+
+    void aListaPedidaDeNovoNaoRolaDeNovo()
+    {
+        Abrir();
+        Clique("imgLstRcta");
+        QCOMPARE(C<Painel>("picLstReceitas")->Altura(), 6540);
+        p->janela.FecharTela();
+        QVERIFY(C("picLstReceitas")->isHidden()); // "Listagem" was on the history twice; its panel is closed
+        QVERIFY(C("picTitulo")->isHidden());
+    }
+
+    void fecharSemTelaNaoFazNada()
+    {
+        p->janela.FecharTela();
+        QVERIFY(C("picTitulo")->isHidden());
+    }
+
+    void aJanelaTemAFormaDosPaineis()
+    {
+        Abrir();
+        QRegion esperada;
+        for (const char *nome : {"picFundo", "picToolBar", "picTitulo", "picLstReceitas", "picDetReceita",
+                                 "picPesReceita", "picWeb", "picMsg"})
+            esperada += C(nome)->geometry();
+        QCOMPARE(p->janela.mask(), esperada);
+        QVERIFY(!p->janela.mask().contains(QPoint(2, 2))); // beside the toolbar
+        QVERIFY(p->janela.mask().contains(QPoint(320, 20)));
+        QVERIFY(p->janela.windowFlags().testFlag(Qt::FramelessWindowHint));
+    }
+
+    void minimizarDeixaAFormaComoEsta()
+    {
+        Abrir();
+        const QRegion antes = p->janela.mask();
+        p->janela.setWindowState(Qt::WindowMinimized);
+        C("picFundo")->move(50, 58);
+        AjustarRegiao(p->janela);
+        QCOMPARE(p->janela.mask(), antes);
+        p->janela.setWindowState(Qt::WindowNoState);
+        AjustarRegiao(p->janela);
+        QVERIFY(p->janela.mask() != antes);
+    }
+
+    void soOBotaoSobOMouseAcende()
+    {
+        Abrir();
+        Aponte(C("imgLstRcta"), QPoint(20, 20));
+        QTRY_VERIFY(C<BotaoImagem>("imgLstRcta")->Aceso());
+        Aponte(C("imgPesRcta"), QPoint(20, 20));
+        QTRY_VERIFY(!C<BotaoImagem>("imgLstRcta")->Aceso());
+        QVERIFY(C<BotaoImagem>("imgPesRcta")->Aceso());
+        Aponte(C("picFundo"), QPoint(300, 520));
+        QTRY_VERIFY(!C<BotaoImagem>("imgPesRcta")->Aceso());
+    }
+
+    void osOnzeBotoesTemDuasFigurasEDica()
+    {
+        for (const char *nome :
+             {"imgLstRcta", "imgDetRcta", "imgPesRcta", "imgSaida", "imgImpressao", "imgBackup", "imgRestore",
+              "imgEmail", "imgTransmit", "imgMinimize", "imgInternet"}) {
+            auto *botao = C<BotaoImagem>(nome);
+            const QImage normal = botao->Figura().toImage();
+            QCOMPARE(normal, C<QLabel>((QByteArray(nome) + "Norm").constData())->pixmap().toImage());
+            p->janela.AtualizarBotoes(botao);
+            QCOMPARE(botao->Figura().toImage(),
+                     C<QLabel>((QByteArray(nome) + "Over").constData())->pixmap().toImage());
+            QVERIFY(normal != botao->Figura().toImage());
+            QVERIFY(!botao->toolTip().isEmpty());
+        }
+        QVERIFY(C("fraPicBotoes")->isHidden());
+    }
+
+    void aInternetEOSetimoIcone()
+    {
+        QList<BotaoImagem *> botoes = p->janela.findChildren<BotaoImagem *>();
+        std::sort(botoes.begin(), botoes.end(), [](auto *a, auto *b) { return a->x() < b->x(); });
+        QCOMPARE(botoes[6]->objectName(), QString("imgInternet"));
+    }
+
+    void gradienteDaBarraETitulo()
+    {
+        QCOMPARE(CorDaBarra(57, 870), QColor(83, 83, 255));  // lowest pixel row: 80 + 0.2 x 16
+        QCOMPARE(CorDaBarra(0, 870), QColor(254, 254, 255)); // 80 + 0.2 x 871
+        QCOMPARE(CorDaBarra(0, 3000), QColor(255, 255, 255));
+        QCOMPARE(CorDoTitulo(0), QColor(133, 133, 255)); // 125 + 0.5 x 15, rounded
+        QCOMPARE(CorDoTitulo(25), QColor(255, 255, 255));
+        Abrir();
+        QCOMPARE(C("picToolBar")->grab().toImage().pixelColor(3, 57), QColor(83, 83, 255));
+    }
+
+    void todasAsDicasMenosAUltima_data()
+    {
+        QTest::addColumn<double>("sorteio");
+        QTest::addColumn<int>("indice");
+        for (int i = 0; i < 12; ++i)
+            QTest::addRow("dica %d", i) << (i + 0.5) / 12 << i;
+        QTest::newRow("menor") << 0.0 << 0;
+        QTest::newRow("maior") << std::nextafter(1.0, 0.0) << 11;
+    }
+    void todasAsDicasMenosAUltima()
+    {
+        QFETCH(double, sorteio);
+        QFETCH(int, indice);
+        QCOMPARE(IndiceDaDica(sorteio), indice);
+    }
+
+    void asTrezeDicasComoForamEscritas()
+    {
+        const QStringList dicas = Dicas("https://www.tamarel.example");
+        QCOMPARE(dicas.size(), 13);
+        QCOMPARE(
+            dicas[0],
+            QString(
+                "Acesse regularmente a internet (7º ícone), para efetuar download de pacotes de receitas."));
+        QCOMPARE(
+            dicas[8],
+            QString("Visite nosso site e confira outros programas e serviços. https://www.tamarel.example."));
+        QCOMPARE(dicas[12], QString("Quando cadastrar ingredientes na receita, verifique se já não se "
+                                    "encontram na caixas de informação."));
+    }
+
+    void aAreaDaDicaTemSeuLugar()
+    {
+        QCOMPARE(C("lblDica")->geometry(), QRect(315, 483, 159, 28));
+        QCOMPARE(C("picTamarel")->pos(), QPoint(375, 453));
+        QCOMPARE(C<QLabel>("lblDica")->text(), Dicas("")[0]);
+        QVERIFY(C("picVilanuLogo")->isHidden());
+        QVERIFY(!C("picTamarel")->isHidden());
+    }
+
+    void aOutraVarianteDaDica()
+    {
+        QWidget forma;
+        QLabel dica(&forma);
+        QWidget logo(&forma), url(&forma), outro(&forma);
+        SorteioDeTeste sorteio;
+        sorteio.proximo = 8.5 / 12;
+        MostrarDica(1, {&dica, &logo, &url, &outro}, sorteio, "fabricante", "distribuidor");
+        QCOMPARE(dica.geometry(), QRect(334, 489, 360, 13));
+        QCOMPARE(dica.text(),
+                 QString("Visite nosso site e confira outros programas e serviços. distribuidor."));
+        QVERIFY(logo.isHidden());
+        QVERIFY(url.isHidden());
+        QVERIFY(!outro.isHidden());
+    }
+
+    void osElosAbremOsSites()
+    {
+        Abrir();
+        Clique("picTamarel");
+        Clique("lblUrl");
+        C("picVilanuLogo")->show();
+        C("picVilanuLogo")->move(0, 400);
+        QTest::keyClick(C("picVilanuLogo"), Qt::Key_Space);
+        QCOMPARE(p->abridor.abertos,
+                 (QStringList{"https://www.tamarel.example", "https://www.tamarel.example",
+                              "https://www.vilanu.example"}));
+    }
+
+    void oTituloDoProgramaEstaNaJanela()
+    {
+        QCOMPARE(C<QLabel>("lblEntrada")->text(), QString("Cozinhario 2005"));
+        QCOMPARE(p->janela.windowTitle(), QString("Cozinhario 2005"));
+    }
+
+    void osPaineisTemAMesmaMargem()
+    {
+        for (const char *nome : {"picLstReceitas", "picDetReceita", "picPesReceita"})
+            QCOMPARE(C(nome)->x(), 9); // 135 twips
+    }
+
+    void duranteUmaOperacaoAJanelaNaoAceitaOrdens()
+    {
+        Abrir();
+        auto *picMsg = C<MensagemNaJanela>("picMsg");
+        {
+            OperacaoLonga operacao(*picMsg, "Realizando Backup do Sistema...", 5);
+            QVERIFY(picMsg->isVisible());
+            QCOMPARE(C<QLabel>("lblMensagem")->text(), QString("Realizando Backup do Sistema..."));
+            operacao.DefinirValor(3);
+            QCOMPARE(C<QProgressBar>("PrgrssBrMsg")->value(), 3);
+            Clique("imgDetRcta");
+            QTest::keyClick(&p->janela, Qt::Key_V, Qt::AltModifier);
+            QVERIFY(C("picDetReceita")->isHidden());
+            QVERIFY(!C("picLstReceitas")->isHidden());
+            // The panel is the frontmost control of the window.
+            QCOMPARE(p->janela.childAt(picMsg->geometry().topLeft() + QPoint(3, 3)),
+                     static_cast<QWidget *>(picMsg));
+        }
+        QVERIFY(picMsg->isHidden());
+        Clique("imgDetRcta");
+        QVERIFY(C("picDetReceita")->isVisible());
+    }
+
+    void oCartaoCobreOEditorEOBotaoAlterarOAbre()
+    {
+        Abrir();
+        Comandos::Receita receita;
+        receita.Nome = "Bolo";
+        receita.Modo = "Asse.";
+        p->banco.ExecutarSQL(Comandos::SqlInserirReceita(receita, QDate(2005, 1, 1)));
+        p->banco.ExecutarSQL(Comandos::SqlInserirIngrediente(1, "farinha", "2", "xícaras"));
+        Clique("imgLstRcta");
+        auto *lista = C<QAbstractItemView>("lstVwReceitas");
+        const QPoint linha = lista->visualRect(lista->model()->index(0, 0)).center();
+        QTest::mouseClick(lista->viewport(), Qt::LeftButton, {}, linha);
+        QTest::mouseDClick(lista->viewport(), Qt::LeftButton, {}, linha);
+        QVERIFY(C("picView")->isVisible());
+        QVERIFY(!C("txtNome")->isVisible());
+        QCOMPARE(Titulo(), QString(" Alteração da Receita "));
+        QTest::mouseClick(C("cmdAlterarReceita"), Qt::LeftButton);
+        QVERIFY(!C("picView")->isVisible());
+        QVERIFY(C("txtNome")->isVisible());
+        QCOMPARE(C<QLineEdit>("txtNome")->text(), QString("Bolo"));
+        QTest::keyClick(C("txtNome"), Qt::Key_End);
+        QTest::keyClicks(C("txtNome"), " de milho");
+        Clique("cmdSalvarRct");
+        QVERIFY(p->avisos.mostrados.isEmpty());
+        QCOMPARE(lista->model()->index(0, 0).data().toString(), QString("Bolo de milho"));
+        QVERIFY(C("picDetReceita")->isHidden());
+        QCOMPARE(Titulo(), QString(" Receitas Cadastradas"));
+    }
+
+    void aExclusaoPeloEditorVoltaParaALista()
+    {
+        Abrir();
+        Comandos::Receita receita;
+        receita.Nome = "Bolo";
+        receita.Modo = "Asse.";
+        p->banco.ExecutarSQL(Comandos::SqlInserirReceita(receita, QDate(2005, 1, 1)));
+        p->janela.CarregarDetalheReceita(1, false);
+        Clique("cmdExcluirRct");
+        QCOMPARE(p->avisos.mostrados, QStringList{"pergunta: Confirma Exclusão dessa Receita?"});
+        QCOMPARE(C<QAbstractItemView>("lstVwReceitas")->model()->rowCount(), 0);
+        QVERIFY(C("picDetReceita")->isHidden());
+    }
+
+    void aImportacaoDeOutraCopiaEsperaOFimDaOperacao()
+    {
+        Abrir();
+        auto *picMsg = C<MensagemNaJanela>("picMsg");
+        auto *lista = C<QAbstractItemView>("lstVwReceitas");
+        Comandos::Receita receita;
+        receita.Nome = "Bolo";
+        receita.Modo = "Asse.";
+        {
+            OperacaoLonga operacao(*picMsg, "x", 1);
+            p->banco.ExecutarSQL(Comandos::SqlInserirReceita(receita, QDate(2005, 1, 1)));
+            p->janela.RecarregarLista();
+            QCOMPARE(lista->model()->rowCount(), 0);
+        }
+        QTRY_COMPARE(lista->model()->rowCount(), 1);
+    }
+
+    void todoControleTemNomeAcessivelENenhumaTeclaRepetida()
+    {
+        Abrir();
+        for (const char *botao : {"imgLstRcta", "imgPesRcta", "imgDetRcta"}) {
+            Clique(botao);
+            QSet<QString> teclas;
+            const auto controles = p->janela.findChildren<QWidget *>();
+            for (QWidget *controle : controles) {
+                if (!controle->isVisible())
+                    continue;
+                const QString texto = controle->property("text").toString();
+                const qsizetype e = texto.indexOf('&');
+                const bool clicavel = qobject_cast<QAbstractButton *>(controle);
+                if (clicavel && controle->focusPolicy() != Qt::NoFocus)
+                    QVERIFY2(!controle->accessibleName().isEmpty() || !texto.isEmpty(),
+                             qPrintable(controle->objectName()));
+                if (!clicavel || e < 0 || controle->visibleRegion().isEmpty())
+                    continue;
+                const QString tecla = texto.mid(e + 1, 1).toUpper();
+                QVERIFY2(!teclas.contains(tecla),
+                         qPrintable(controle->objectName() + " repete Alt+" + tecla));
+                teclas << tecla;
+            }
+        }
+    }
+
+    // Last: the end of the program cannot be taken back.
+    void sairTerminaSemPergunta()
+    {
+        Abrir();
+        Clique("imgSaida");
+        QVERIFY(Encerrando());
+        QVERIFY(p->avisos.mostrados.isEmpty());
+        QVERIFY(!p->janela.isVisible());
+    }
+};
+
+QTEST_MAIN(TesteApp)
+#include "teste_app.moc"

@@ -188,7 +188,7 @@ void LayoutReceita::QuebrarPagina(Superficie &objPrint, Folha &folha)
     ImprimirCabecalho(objPrint, folha.Nome, folha.Origem);
 }
 
-void LayoutReceita::Imprimir(Superficie &objPrint, const ReceitaImpressa &receita, const QString &site)
+int LayoutReceita::Imprimir(Superficie &objPrint, const ReceitaImpressa &receita, const QString &site)
 {
     Folha folha{receita.Nome, receita.Origem, site, 1};
     ImprimirCabecalho(objPrint, folha.Nome, folha.Origem);
@@ -215,4 +215,5 @@ void LayoutReceita::Imprimir(Superficie &objPrint, const ReceitaImpressa &receit
         ImprimirFigura(objPrint, receita.Figura, topoFigura);
     ImprimirModo(objPrint, receita.Modo, receita.Observacao, folha);
     ImprimirRodape(objPrint, folha.pagina, site);
+    return folha.pagina;
 }

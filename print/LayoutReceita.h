@@ -23,9 +23,9 @@ struct Folha {
 };
 
 /// Prints a whole recipe from the top of the current page, pages numbered from 1, the last footer included.
-/// The caller starts the page and ends the job. Throws ErroImpressao when the page number overflows, and what
-/// the surface throws.
-void Imprimir(Superficie &objPrint, const ReceitaImpressa &receita, const QString &site);
+/// The caller starts the page and ends the job. Returns how many pages it took. Throws ErroImpressao when the
+/// page number overflows, and what the surface throws.
+int Imprimir(Superficie &objPrint, const ReceitaImpressa &receita, const QString &site);
 
 /// Name and origin in blue and a rule under them; the current y ends at the rule's lower edge.
 void ImprimirCabecalho(Superficie &objPrint, const QString &Nome, const QString &Origem);

@@ -7,17 +7,17 @@
 void ListaDesenho::Gravar(const MedidaTexto::Fonte &fonte, const QColor &cor, const QString &texto,
                           const QRectF &lugarMm, double subidaMm)
 {
-    m_itens.push_back({lugarMm, cor, fonte, subidaMm, texto, {}});
+    m_itens.push_back({lugarMm, cor, fonte, subidaMm, texto, {}, {}, 0});
 }
 
 void ListaDesenho::Gravar(const QColor &cor, const QRectF &barraMm)
 {
-    m_itens.push_back({barraMm, cor, {}, 0, {}, {}});
+    m_itens.push_back({barraMm, cor, {}, 0, {}, {}, {}, 0});
 }
 
 void ListaDesenho::Gravar(const QImage &figura, const QRectF &lugarMm)
 {
-    m_itens.push_back({lugarMm, {}, {}, 0, {}, figura});
+    m_itens.push_back({lugarMm, {}, {}, 0, {}, figura, {}, 0});
 }
 
 QRectF ListaDesenho::Limites() const
@@ -54,7 +54,14 @@ void ListaDesenho::Pintar(QPainter &painter, const QRectF &visivelMm, double pix
             const QPointF base = lugar.topLeft() + QPointF(0, item.subida * pixelsPorMm);
             PintarTexto(painter, item.fonte, item.cor, base, item.texto, pixelsPorMm);
         } else if (!item.figura.isNull()) {
-            PintarFigura(painter, item.figura, lugar, pixelsPorMm);
+            // Scrolling repaints at the same scale again and again.
+            const double escala = pixelsPorMm * painter.deviceTransform().m11();
+            if (item.escala != escala) {
+                item.reduzida = ReduzirFigura(painter, item.figura, lugar, pixelsPorMm);
+                item.escala = escala;
+            }
+            painter.setRenderHint(QPainter::SmoothPixmapTransform);
+            painter.drawImage(lugar, item.reduzida);
         } else {
             painter.fillRect(lugar, item.cor);
         }

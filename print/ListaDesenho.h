@@ -50,6 +50,8 @@ private:
         double subida = 0;
         QString texto;
         QImage figura;
+        mutable QImage reduzida; ///< as painted last, for device pixels of this scale
+        mutable double escala = 0;
     };
     std::vector<Item> m_itens;
 };

@@ -47,7 +47,8 @@ void SuperficiePainter::Line(double x1, double y1, double x2, double y2)
 void SuperficiePainter::PaintPicture(const QImage &figura, double x, double y, double largura, double altura)
 {
     const QRectF lugar(QPointF(x, y) * m_pixelsPorMm, QSizeF(largura, altura) * m_pixelsPorMm);
-    PintarFigura(m_painter, figura, lugar, m_pixelsPorMm);
+    m_painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    m_painter.drawImage(lugar, ReduzirFigura(m_painter, figura, lugar, m_pixelsPorMm));
 }
 
 void SuperficiePainter::NewPage()
@@ -56,18 +57,16 @@ void SuperficiePainter::NewPage()
     CurrentY = 0;
 }
 
-void PintarFigura(QPainter &painter, const QImage &figura, const QRectF &lugar, double pixelsPorMm)
+QImage ReduzirFigura(const QPainter &painter, const QImage &figura, const QRectF &lugar, double unidadesPorMm)
 {
     if (figura.isNull())
-        return;
-    const double fator = std::min(1.0, kPontosDeFotoPorMm / pixelsPorMm);
-    const QSize bastante(std::max(1, qRound(lugar.width() * fator)),
-                         std::max(1, qRound(lugar.height() * fator)));
-    const QSize reduzida(std::min(figura.width(), bastante.width()),
-                         std::min(figura.height(), bastante.height()));
-    painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    if (reduzida == figura.size())
-        painter.drawImage(lugar, figura);
-    else
-        painter.drawImage(lugar, figura.scaled(reduzida, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+        return figura;
+    // Device pixels in one painter unit: two on a screen of double density.
+    const double densidade = painter.deviceTransform().m11();
+    const double fator = densidade * std::min(1.0, kPontosDeFotoPorMm / (unidadesPorMm * densidade));
+    const QSize bastante = (lugar.size() * fator).toSize().expandedTo(QSize(1, 1));
+    const QSize reduzida = figura.size().boundedTo(bastante);
+    return reduzida == figura.size()
+               ? figura
+               : figura.scaled(reduzida, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }

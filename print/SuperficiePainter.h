@@ -3,10 +3,10 @@
 #include "print/MedidaTexto.h"
 #include "print/Superficie.h"
 
+#include <QRectF>
 #include <QSizeF>
 
 class QPainter;
-class QPrinter;
 
 /**
  * A surface over a QPainter on any device.
@@ -42,9 +42,12 @@ private:
 };
 
 /**
- * Paints a picture into a rectangle of device pixels. One with far more detail than the place can show is
- * reduced first, so that a photo from a camera does not swell a print job.
+ * The picture with no more detail than its place can show, so that a photo from a camera neither swells a
+ * print job nor slows the screen down. A picture that is small enough comes back as it is.
  *
- * @param pixelsPorMm device pixels in one millimetre
+ * @param painter       where it will be painted
+ * @param lugar         its place in painter units
+ * @param unidadesPorMm painter units in one millimetre
  */
-void PintarFigura(QPainter &painter, const QImage &figura, const QRectF &lugar, double pixelsPorMm);
+QImage ReduzirFigura(const QPainter &painter, const QImage &figura, const QRectF &lugar,
+                     double unidadesPorMm);

@@ -55,6 +55,7 @@ QString Motivo(int estado)
     case 0x402:
     case 0x403:
         return QStringLiteral("O Usuário não tem Permissão para usar a Impressora.");
+    case 0x500: // also what the library says when nobody listens
     case 0x502:
     case 0x503:
         return QStringLiteral("O Serviço de Impressão não Responde.");

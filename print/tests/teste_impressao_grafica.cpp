@@ -57,6 +57,8 @@ private slots:
     void cartaoEPaginaQuebramIgual();
     void listaPintaSoOQueSeVe();
     void listaEPintorDesenhamNoMesmoLugar();
+    void fotoGrandeEReduzidaAoQueSeVe_data();
+    void fotoGrandeEReduzidaAoQueSeVe();
 };
 
 void TesteImpressaoGrafica::quebraOTextoEmLinhas_data()
@@ -399,6 +401,34 @@ void TesteImpressaoGrafica::listaEPintorDesenhamNoMesmoLugar()
         const QPointF meio = QPointF(30, 30) * pixelsPorMm;
         QCOMPARE(direta.pixelColor(meio.toPoint()), QColor(Qt::red));
     }
+}
+
+void TesteImpressaoGrafica::fotoGrandeEReduzidaAoQueSeVe_data()
+{
+    QTest::addColumn<QSize>("foto");
+    QTest::addColumn<double>("unidadesPorMm");
+    QTest::addColumn<double>("densidade");
+    QTest::addColumn<QSize>("reduzida");
+    QTest::newRow("tela") << QSize(4000, 3000) << 4.0 << 1.0 << QSize(220, 180);
+    QTest::newRow("tela de densidade dupla") << QSize(4000, 3000) << 4.0 << 2.0 << QSize(440, 360);
+    QTest::newRow("papel: 300 pontos por polegada bastam")
+        << QSize(4000, 3000) << 1200 / 25.4 << 1.0 << QSize(650, 531);
+    QTest::newRow("foto pequena fica como e") << QSize(100, 80) << 1200 / 25.4 << 1.0 << QSize(100, 80);
+}
+
+void TesteImpressaoGrafica::fotoGrandeEReduzidaAoQueSeVe()
+{
+    QFETCH(QSize, foto);
+    QFETCH(double, unidadesPorMm);
+    QFETCH(double, densidade);
+    QFETCH(QSize, reduzida);
+    QImage tela(50, 50, QImage::Format_RGB32);
+    tela.setDevicePixelRatio(densidade);
+    QPainter painter(&tela);
+    QImage figura(foto, QImage::Format_RGB32);
+    figura.fill(Qt::red);
+    const QRectF lugar(0, 0, 55 * unidadesPorMm, 45 * unidadesPorMm);
+    QCOMPARE(ReduzirFigura(painter, figura, lugar, unidadesPorMm).size(), reduzida);
 }
 
 QTEST_MAIN(TesteImpressaoGrafica)

@@ -68,6 +68,7 @@ void BotaoImagem::paintEvent(QPaintEvent *)
 void BotaoImagem::mouseMoveEvent(QMouseEvent *event)
 {
     QAbstractButton::mouseMoveEvent(event);
+    event->accept(); // the toolbar below takes a move that reaches it as one beside the buttons
     emit apontado();
 }
 

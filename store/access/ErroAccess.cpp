@@ -1,0 +1,6 @@
+#include "store/access/ErroAccess.h"
+
+void Access::Danificado(const QString &detalhe)
+{
+    throw Erro("O arquivo está danificado ou incompleto (" + detalhe + ").");
+}

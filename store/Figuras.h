@@ -45,7 +45,8 @@ private:
 /**
  * Loads a picture by its content: BMP, JPEG, GIF (first frame) or PNG, EXIF rotation applied.
  *
- * @param caminho native path; a missing, unreadable or damaged file, another format, or a picture that would
- *                unfold beyond Qt's allocation limit gives a null image
+ * @param caminho native path; a missing or unreadable file, another format, a file of which nothing can be
+ * shown, or a picture that would unfold beyond Qt's allocation limit gives a null image; of a JPEG that lost
+ * its end the part that is there is shown
  */
 QImage CarregarImagem(const QString &caminho);

@@ -7,6 +7,8 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QRandomGenerator>
+#include <QThread>
 
 #include <sqlite3.h>
 
@@ -204,12 +206,24 @@ void Motor::FecharComando::operator()(sqlite3_stmt *comando) const
     sqlite3_finalize(comando);
 }
 
+int Motor::EsperarVez(void *motor, int vezes)
+{
+    auto *eu = static_cast<Motor *>(motor);
+    if (vezes == 0)
+        eu->m_espera.start();
+    if (eu->m_espera.hasExpired(eu->m_esperaMs))
+        return 0;
+    QThread::usleep(QRandomGenerator::global()->bounded(500U, 3000U));
+    return 1;
+}
+
 Motor::Motor(const QString &caminho, int esperaMs)
+    : m_esperaMs(esperaMs)
 {
     int rc = sqlite3_open_v2(NomeParaMotor(caminho).constData(), &m_conexao,
                              SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
     if (rc == SQLITE_OK)
-        rc = sqlite3_busy_timeout(m_conexao, esperaMs);
+        rc = sqlite3_busy_handler(m_conexao, EsperarVez, this);
     if (rc == SQLITE_OK)
         rc = Funcoes::Registrar(m_conexao);
     if (rc == SQLITE_OK)

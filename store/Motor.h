@@ -2,6 +2,7 @@
 
 #include "store/RecordSet.h"
 
+#include <QElapsedTimer>
 #include <QString>
 #include <QStringList>
 
@@ -56,9 +57,15 @@ private:
     using Comando = std::unique_ptr<sqlite3_stmt, FecharComando>;
 
     Comando Preparar(const QString &sql);
+    /// Called while another program holds the book. The engine's own waiting sleeps ever longer, up to a
+    /// tenth of a second, and then hardly ever meets the moments in which a copy that saves without pause
+    /// lets go.
+    static int EsperarVez(void *motor, int vezes);
     [[noreturn]] void Falhar(int codigo) const;
     void CriarNoVazio();
     bool TemTabela(const char *nome) const;
 
     sqlite3 *m_conexao = nullptr;
+    int m_esperaMs;
+    QElapsedTimer m_espera; ///< since the present wait began
 };

@@ -164,6 +164,7 @@ private slots:
     void oDiarioVelhoNaoEntraNoLivroRestaurado();
     void oDiarioVelhoNaoEntraNumLivroNovo();
     void oDiarioVelhoNaoEntraNoLivroConvertido();
+    void duasCopiasSalvamAoMesmoTempo();
     void mortoAoSalvarNaoPerdeNada();
     void mortoAoCriarDeixaUmLivroOuNenhum();
 
@@ -527,6 +528,35 @@ void TesteFalhas::oDiarioVelhoNaoEntraNoLivroConvertido()
     QCOMPARE(Ler(caido.CaminhoDoLivro()), convertido);
 }
 
+/// Neither copy ever takes what the other is just writing for a damaged book.
+void TesteFalhas::duasCopiasSalvamAoMesmoTempo()
+{
+    const Banco banco(m_pasta->path());
+    QProcess copias[2];
+    for (QProcess &copia : copias)
+        copia.start(m_processo, {"salvar", m_pasta->path()});
+    QList<QByteArray> ditos[2];
+    while (ditos[0].size() < 10 || ditos[1].size() < 10) {
+        banco.AbrirRecordset(SqlLista(), {"Nome"});
+        for (int i = 0; i < 2; ++i) {
+            QVERIFY2(copias[i].state() == QProcess::Running || copias[i].waitForStarted(),
+                     copias[i].readAllStandardOutput().constData());
+            copias[i].waitForReadyRead(20);
+            while (copias[i].canReadLine())
+                ditos[i] += copias[i].readLine();
+        }
+    }
+    for (QProcess &copia : copias) {
+        copia.kill();
+        QVERIFY(copia.waitForFinished());
+    }
+    for (const QList<QByteArray> &copia : ditos)
+        for (const QByteArray &dito : copia)
+            QVERIFY2(dito.startsWith("receita") || dito.startsWith("porcoes") || dito.startsWith("linha"),
+                     dito.constData());
+    QCOMPARE(Integridade(banco.CaminhoDoLivro()), "ok");
+}
+
 /// Every statement that had returned when the process died is in the book, and the book is sound.
 void TesteFalhas::mortoAoSalvarNaoPerdeNada()
 {
@@ -566,7 +596,7 @@ void TesteFalhas::mortoAoSalvarNaoPerdeNada()
         }
         banco.ExecutarSQL(SqlInserirReceita(UmaReceita("Depois"), kDia));
     }
-    QVERIFY(confirmados > 40);
+    QVERIFY(confirmados >= 40);
 }
 
 void TesteFalhas::mortoAoCriarDeixaUmLivroOuNenhum()

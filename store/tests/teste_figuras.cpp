@@ -101,6 +101,7 @@ private slots:
 
     void carregaPeloConteudo_data();
     void carregaPeloConteudo();
+    void mostraOQueChegouDeUmaFotoCortada();
     void endireitaFotosDeitadas();
     void recusaOQueNaoEFigura_data();
     void recusaOQueNaoEFigura();
@@ -277,6 +278,13 @@ void TesteFiguras::carregaPeloConteudo()
     QFETCH(QSize, tamanho);
     for (const char *nome : {"F0000001.img", "trocada.png", "trocada.svg", "sem extensão"})
         QCOMPARE(CarregarImagem(Gravar(nome, bytes)).size(), tamanho);
+}
+
+void TesteFiguras::mostraOQueChegouDeUmaFotoCortada()
+{
+    const QByteArray foto = Codificar("jpg", Desenho(200, 200));
+    const QImage imagem = CarregarImagem(Gravar("foto.img", foto.left(foto.size() - 20)));
+    QCOMPARE(imagem.size(), QSize(200, 200));
 }
 
 void TesteFiguras::endireitaFotosDeitadas()

@@ -67,6 +67,8 @@ Barra::Barra(int altura, QWidget *janela)
                                       espelho(nome, "Over", definicao.lado), this);
         botao->move(definicao.esquerda, definicao.topo);
         connect(botao, &BotaoImagem::apontado, this, [this, botao] { Atualizar(botao); });
+        // Whatever lies beside a button, the mouse that is no longer on it leaves it in its normal look.
+        connect(botao, &BotaoImagem::deixado, this, [this] { Atualizar(nullptr); });
         m_botoes.insert(nome, botao);
     }
 }

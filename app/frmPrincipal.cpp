@@ -186,21 +186,17 @@ void frmPrincipal::LigarPaineis()
     });
 }
 
-// Events that no single control owns: dragging, the toolbar's looks, the card that covers the editor's
-// fields.
+// Events that no single control owns: dragging, and the card that covers the editor's fields.
 void frmPrincipal::Vigiar()
 {
     m_cartao->installEventFilter(this);
-    setMouseTracking(true);
-    for (QWidget *area : std::initializer_list<QWidget *>{m_fundo, m_barra, m_fundo->lblEntrada(),
-                                                          m_picTitulo, m_editor, m_novidades}) {
-        area->setMouseTracking(true);
+    const std::initializer_list<QWidget *> arrastam{m_fundo, m_barra, m_fundo->lblEntrada()};
+    for (QWidget *area : arrastam) {
         area->installEventFilter(this);
+        m_picMsg->DeixarPassar(area);
     }
-    for (QWidget *livre :
-         std::initializer_list<QWidget *>{m_fundo, m_barra, m_fundo->lblEntrada(),
-                                          m_barra->Botao("imgMinimize"), m_barra->Botao("imgSaida")})
-        m_picMsg->DeixarPassar(livre);
+    m_picMsg->DeixarPassar(m_barra->Botao("imgMinimize"));
+    m_picMsg->DeixarPassar(m_barra->Botao("imgSaida"));
 }
 
 bool frmPrincipal::eventFilter(QObject *objeto, QEvent *event)
@@ -212,38 +208,20 @@ bool frmPrincipal::eventFilter(QObject *objeto, QEvent *event)
             m_editor->MostrarCampos(true);
         return false;
     }
-    const bool arrasta = objeto == m_fundo || objeto == m_barra || objeto == m_fundo->lblEntrada();
-    switch (event->type()) {
-    case QEvent::MouseButtonPress: {
-        const auto *mouse = static_cast<QMouseEvent *>(event);
-        if (!arrasta || mouse->button() != Qt::LeftButton)
-            break;
+    if (event->type() != QEvent::MouseButtonPress && event->type() != QEvent::MouseMove)
+        return false;
+    const auto *mouse = static_cast<QMouseEvent *>(event);
+    if (!mouse->buttons().testFlag(Qt::LeftButton))
+        return false;
+    if (event->type() == QEvent::MouseButtonPress) {
         m_arrastadaEm = mouse->globalPosition().toPoint() - pos();
-        if (!windowHandle() || !windowHandle()->startSystemMove())
-            static_cast<QWidget *>(objeto)->setCursor(Qt::SizeAllCursor);
+        m_arrastaSozinha = !windowHandle() || !windowHandle()->startSystemMove();
         return true;
     }
-    case QEvent::MouseMove: {
-        // Without a window manager that moves windows, the window follows the mouse by itself.
-        const auto *mouse = static_cast<QMouseEvent *>(event);
-        if (arrasta && mouse->buttons().testFlag(Qt::LeftButton))
-            move(mouse->globalPosition().toPoint() - m_arrastadaEm);
-        else
-            AtualizarBotoes(nullptr);
-        break;
-    }
-    case QEvent::MouseButtonRelease:
-        static_cast<QWidget *>(objeto)->unsetCursor();
-        break;
-    default:
-        break;
-    }
-    return false;
-}
-
-void frmPrincipal::mouseMoveEvent(QMouseEvent *)
-{
-    AtualizarBotoes(nullptr);
+    // Without a window manager that moves windows, the window follows the mouse by itself.
+    if (m_arrastaSozinha)
+        move(mouse->globalPosition().toPoint() - m_arrastadaEm);
+    return true;
 }
 
 void frmPrincipal::resizeEvent(QResizeEvent *event)

@@ -83,7 +83,6 @@ protected:
     void changeEvent(QEvent *event) override;
     void showEvent(QShowEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
-    void mouseMoveEvent(QMouseEvent *event) override;
     bool eventFilter(QObject *objeto, QEvent *event) override;
 
 private:
@@ -130,5 +129,6 @@ private:
     std::unique_ptr<Exportacao> m_exportacao;
     std::unique_ptr<modBackup> m_backup;
     bool m_ativada = false;
-    QPoint m_arrastadaEm; ///< where a drag without the window system's help took hold
+    QPoint m_arrastadaEm; ///< where a drag took hold of the window
+    bool m_arrastaSozinha = false;
 };

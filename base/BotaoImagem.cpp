@@ -78,6 +78,12 @@ void BotaoImagem::enterEvent(QEnterEvent *event)
     emit apontado();
 }
 
+void BotaoImagem::leaveEvent(QEvent *event)
+{
+    QAbstractButton::leaveEvent(event);
+    emit deixado();
+}
+
 void BotaoImagem::focusInEvent(QFocusEvent *event)
 {
     QAbstractButton::focusInEvent(event);

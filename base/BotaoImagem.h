@@ -29,11 +29,14 @@ public:
 signals:
     /// The mouse moves over the button, or the keyboard's focus comes to it.
     void apontado();
+    /// The mouse left the button.
+    void deixado();
 
 protected:
     void paintEvent(QPaintEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
     void enterEvent(QEnterEvent *event) override;
+    void leaveEvent(QEvent *event) override;
     void focusInEvent(QFocusEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
 

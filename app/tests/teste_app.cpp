@@ -231,6 +231,30 @@ private slots:
         QTRY_VERIFY(!C<BotaoImagem>("imgPesRcta")->Aceso());
     }
 
+    void oFundoABarraEOTituloDoProgramaArrastamAJanela_data()
+    {
+        QTest::addColumn<QString>("area");
+        QTest::addColumn<QPoint>("onde");
+        QTest::newRow("fundo") << "picFundo" << QPoint(320, 480);
+        QTest::newRow("barra") << "picToolBar" << QPoint(520, 30);
+        QTest::newRow("título") << "lblEntrada" << QPoint(50, 20);
+    }
+    void oFundoABarraEOTituloDoProgramaArrastamAJanela()
+    {
+        QFETCH(QString, area);
+        QFETCH(QPoint, onde);
+        Abrir();
+        const QPoint antes = p->janela.pos();
+        QWindow *janela = p->janela.windowHandle();
+        auto *controle = p->janela.findChild<QWidget *>(area);
+        const QPoint ponto = controle->mapTo(&p->janela, onde);
+        QTest::mousePress(janela, Qt::LeftButton, {}, ponto);
+        QTest::mouseMove(janela, ponto + QPoint(15, 10));
+        QTest::mouseRelease(janela, Qt::LeftButton, {}, ponto);
+        // The offscreen platform moves no windows itself, so the window has followed the mouse.
+        QCOMPARE(p->janela.pos(), antes + QPoint(15, 10));
+    }
+
     void osOnzeBotoesTemDuasFigurasEDica()
     {
         for (const char *nome :

@@ -268,8 +268,7 @@ void frmImportacao::EfetuarImportacao(int n)
     // Kept on purpose: the name is looked for as it stands in the package, so that one with a comma never
     // matches, and one with an apostrophe makes the query fail.
     const QString nome = receita.Valor(u"NOME").toString();
-    if (!m_banco.AbrirRecordset(Comandos::SqlReceitaDeNome(nome), {"id_receitas"}).Eof() &&
-        !DesejaRepetir(nome))
+    if (!m_banco.AbrirRecordset(Comandos::SqlReceitaDeNome(nome)).Eof() && !DesejaRepetir(nome))
         return;
 
     if (const QString campo = ComandosImportacao::CampoInvalido(receita); !campo.isEmpty())

@@ -14,6 +14,7 @@
 #include <QEvent>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QPainter>
 #include <QPointer>
 #include <QPushButton>
 #include <QScopedValueRollback>
@@ -177,9 +178,39 @@ void PainelCartao::AjustarBarra(int alturaDoPainel)
 
 void PainelCartao::MoverCanvas(int valor)
 {
+    if ((m_picViewDados->y() == 0) != (valor == 0))
+        update();
     m_picViewDados->move(0, TwipsParaPixels(-valor));
     if (isVisible() && m_vScrlPic->isEnabled())
         m_picViewDados->setFocus();
+}
+
+// Once lines have gone out at the top, an edge shows that there are more.
+void PainelCartao::paintEvent(QPaintEvent *)
+{
+    if (m_vScrlPic->value() == 0)
+        return;
+    QPainter painter(this);
+    painter.setPen(QColor(0xcf, 0xda, 0xef));
+    painter.drawLine(0, m_janela->y() - 1, m_janela->width(), m_janela->y() - 1);
+}
+
+// The Tab key leaves the editor's controls out, which lie covered by the card.
+bool PainelCartao::focusNextPrevChild(bool next)
+{
+    const auto alcancavel = [this](const QWidget *w) {
+        const bool coberto = m_picDetReceita.isAncestorOf(w) && !isAncestorOf(w);
+        return !coberto && (w->focusPolicy() & Qt::TabFocus) && w->isVisible() && w->isEnabled();
+    };
+    QWidget *const inicio = focusWidget() ? focusWidget() : m_picViewDados;
+    QWidget *w = inicio;
+    do {
+        w = next ? w->nextInFocusChain() : w->previousInFocusChain();
+    } while (w != inicio && !(w->window() == window() && !w->focusProxy() && alcancavel(w)));
+    if (w == inicio)
+        return false;
+    w->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+    return true;
 }
 
 // The canvas has the focus once the card has moved: the keys that move the bar move the card from there too.

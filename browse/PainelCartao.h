@@ -44,6 +44,8 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+    bool focusNextPrevChild(bool next) override;
     bool eventFilter(QObject *objeto, QEvent *event) override;
 
 private:

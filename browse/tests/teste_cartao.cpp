@@ -5,6 +5,7 @@
 #include "store/ErroBanco.h"
 
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QSignalSpy>
@@ -219,6 +220,27 @@ private slots:
         b.cartao->CarregarPreviewReceita(n);
         QCOMPARE(b.detalhePainel->Altura(), 6540);
         QVERIFY(avisou.isEmpty());
+    }
+
+    void tabulacaoNaoEntraNoEditorCoberto()
+    {
+        Bancada b;
+        QLineEdit coberto(b.detalhePainel);
+        coberto.show();
+        QLineEdit fora(&b.janela);
+        fora.show();
+        const qint64 n = GuardarLonga(b);
+        b.cartao->CarregarPreviewReceita(n);
+        QStringList visitados;
+        for (int i = 0; i < 8; ++i) {
+            QWidget *foco = b.janela.focusWidget();
+            visitados += foco == &fora ? "fora" : foco == &coberto ? "coberto" : foco->objectName();
+            if (foco == &fora)
+                break;
+            QTest::keyClick(foco, Qt::Key_Tab);
+        }
+        QVERIFY(!visitados.contains("coberto"));
+        QCOMPARE(visitados, (QStringList{"vScrlPic", "picViewDados", "cmdAlterarReceita", "fora"}));
     }
 
     void botaoAlterarEscondeOCartaoEAbreOEditor()

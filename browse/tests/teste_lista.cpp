@@ -4,11 +4,13 @@
 
 #include <QFile>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QLineEdit>
 #include <QMenu>
 #include <QScrollBar>
 #include <QTest>
 #include <QTimer>
+#include <QToolTip>
 
 namespace
 {
@@ -120,6 +122,22 @@ private slots:
                  (QStringList{"", "", "", "0"}));
         QVERIFY(m->index(0, 4).data(Qt::TextAlignmentRole).toInt() & Qt::AlignRight);
         QVERIFY(m->index(0, 3).data(Qt::TextAlignmentRole).toInt() & Qt::AlignLeft);
+    }
+
+    void nomeCortadoApareceInteiroComoTexto()
+    {
+        Bancada b;
+        b.livro.Guardar({.nome = "<b>Moqueca</b> " + QString("de peixe ").repeated(8).trimmed()});
+        b.livro.Guardar({.nome = "Sal"});
+        b.lista->imgLstRcta_Click();
+        const auto dicaEm = [&b](int linha) {
+            QHelpEvent ajuda(QEvent::ToolTip, b.Centro(linha),
+                             b.Lst()->viewport()->mapToGlobal(b.Centro(linha)));
+            QApplication::sendEvent(b.Lst()->viewport(), &ajuda);
+            return QToolTip::text();
+        };
+        QVERIFY(dicaEm(0).startsWith("<p>&lt;b&gt;Moqueca&lt;/b&gt; de peixe"));
+        QCOMPARE(dicaEm(1), "Listagem das Receitas Cadastradas");
     }
 
     // --- filling ---

@@ -749,7 +749,7 @@ void TesteStore::mantemAOrdemComColunas()
 {
     const Banco banco = Abrir();
     QRandomGenerator sorte(7);
-    for (int i = 0; i < 60; ++i)
+    for (int i = 0; i < 45; ++i)
         banco.ExecutarSQL(SqlInserirReceita(UmaReceita(QString("Receita %1").arg(sorte.bounded(40))), kDia));
     for (const QString &sql :
          {SqlLista(), SqlPesquisa({.Nome = "receita"}), SqlReceitasDoPacote({3, 9, 1, 40, 22})}) {
@@ -792,18 +792,18 @@ void TesteStore::oResultadoNaoDependeDoBanco()
     RecordSet rs;
     {
         const Banco banco = Abrir();
-        for (int i = 0; i < 300; ++i)
+        for (int i = 0; i < 60; ++i)
             banco.ExecutarSQL(
-                SqlInserirIngrediente(1, QString("ingrediente %1").arg(i).repeated(20), "", ""));
+                SqlInserirIngrediente(1, QString("ingrediente %1").arg(i).repeated(100), "", ""));
         rs = banco.AbrirRecordset(SqlIngredientes(1));
         QVERIFY(QFile::remove(banco.CaminhoDoLivro()));
     }
     const RecordSet copia = rs;
     int i = 0;
     for (; !rs.Eof(); rs.MoveNext(), ++i)
-        QCOMPARE(rs.Texto("Ingrediente"), QString("ingrediente %1").arg(i).repeated(20));
-    QCOMPARE(i, 300);
-    QCOMPARE(copia.Texto("Ingrediente"), QString("ingrediente 0").repeated(20));
+        QCOMPARE(rs.Texto("Ingrediente"), QString("ingrediente %1").arg(i).repeated(100));
+    QCOMPARE(i, 60);
+    QCOMPARE(copia.Texto("Ingrediente"), QString("ingrediente 0").repeated(100));
     rs.MoveFirst();
     QVERIFY(!rs.Eof());
 }

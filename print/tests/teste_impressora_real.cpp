@@ -225,6 +225,13 @@ void TesteImpressoraReal::servicoQueCaiNoMeioNaoDizSucesso()
     QCOMPARE(m_avisos.icones, QList{Avisos::Icone::Parada});
     QCOMPARE(m_avisos.textos,
              QStringList{"O Serviço de Impressão não Responde. O Documento não foi Impresso!"});
+
+    // From here on no printer is known, and none is made up.
+    QVERIFY(m_impressoras.Nomes().isEmpty());
+    QCOMPARE(m_impressoras.Padrao().DeviceName, QString());
+    ImpressoraAtual atual;
+    atual.DeviceName = "Cozinha";
+    QVERIFY_EXCEPTION_THROWN(m_impressoras.Criar(atual, "Receita"), ErroImpressao);
 }
 
 QTEST_MAIN(TesteImpressoraReal)

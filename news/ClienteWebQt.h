@@ -2,18 +2,13 @@
 
 #include "news/ClienteWeb.h"
 
-#include <QPointer>
-
-class QNetworkAccessManager;
-class QNetworkReply;
-
 /**
- * The real web client: HTTP and HTTPS by a direct connection (no proxy), as agent "vb wininet", without
- * cache, cookies or stored passwords, certificates checked.
+ * The real web client: HTTP/1.1 and HTTPS over a direct connection (no proxy), as agent "vb wininet", with
+ * the certificate checked. It has no cache, no cookies and no passwords.
  *
- * An answer counts only with status 200. Redirects are followed within LimitesWeb and never from https to
- * http, nor to any other scheme. While it waits a local event loop runs; EncerrarPrograma() ends that loop,
- * and with it the transfer.
+ * An answer counts only with status 200 and only when it has arrived whole (RespostaHttp). Redirects (301,
+ * 302, 303, 307, 308) are followed within LimitesWeb, and never from https to http nor to any other scheme.
+ * While it waits a local event loop runs; EncerrarPrograma() ends that loop, and with it the transfer.
  */
 class ClienteWebQt : public ClienteWeb
 {
@@ -25,8 +20,9 @@ public:
     void Interromper() override;
 
 private:
+    /// The transfer in progress, as long as there is one.
+    struct Alca;
+
     LimitesWeb m_limites;
-    /// Made at the first request: it costs some milliseconds that the start of the program need not pay.
-    std::unique_ptr<QNetworkAccessManager> m_gerente;
-    QPointer<QNetworkReply> m_emCurso;
+    std::weak_ptr<Alca> m_emCurso;
 };

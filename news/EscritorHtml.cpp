@@ -164,8 +164,9 @@ PaginaLimpa EscritorHtml::Escrever(const xmlNode *raiz)
     while (!m_abertos.empty())
         Sair();
 
-    m_pagina.html = "<html><head><style>a:link{color:#1b4f9c}\n" + m_folha + "</style></head><body bgcolor=\"" +
-                    m_pagina.fundo.name() + "\">" + m_html + "</body></html>";
+    m_pagina.html = "<html><head><style>a:link{color:#1b4f9c}\n" + m_folha +
+                    "</style></head><body bgcolor=\"" + m_pagina.fundo.name() + "\">" + m_html +
+                    "</body></html>";
     return m_pagina;
 }
 

@@ -71,6 +71,16 @@ void ClicarEm(QWidget *controle, QPoint onde, Qt::MouseButton botao = Qt::LeftBu
         QTest::mouseClick(alvo, botao, teclas, naJanela);
 }
 
+// The window that is no dialog.
+QWidget *JanelaPrincipal()
+{
+    const auto janelas = QApplication::topLevelWidgets();
+    for (QWidget *janela : janelas)
+        if (janela->isVisible() && janela->windowType() == Qt::Window && !janela->objectName().isEmpty())
+            return janela;
+    return nullptr;
+}
+
 QWindow *JanelaDoTeclado()
 {
     if (QWidget *popup = QApplication::activePopupWidget())
@@ -79,6 +89,9 @@ QWindow *JanelaDoTeclado()
         return modal->windowHandle();
     QWidget *foco = QApplication::focusWidget();
     QWidget *janela = foco ? foco->window() : QApplication::activeWindow();
+    if (!janela)
+        janela =
+            JanelaPrincipal(); // platforms without a window manager activate nothing when a dialog closes
     return janela ? janela->windowHandle() : nullptr;
 }
 
@@ -237,9 +250,9 @@ Resultado Executor::Arquivo(const Comando &comando, QString &motivo)
         motivo = "nenhuma escolha de arquivo está aberta";
         return Resultado::AindaNao;
     }
+    // Typed letter by letter, the dialog's list of suggestions would take the Enter.
     campo->setFocus();
-    campo->selectAll();
-    DigitarTexto(dialogo->windowHandle(), comando.Argumento(0));
+    campo->setText(comando.Argumento(0));
     QTest::keyClick(dialogo->windowHandle(), Qt::Key_Return);
     return Resultado::Feito;
 }
@@ -307,7 +320,7 @@ Resultado Executor::Conferir(const Comando &comando, QString &motivo)
         } else if (oque == "altura") {
             achado = controle->property("alturaTwips").toString();
             esperado = comando.Argumento(2);
-        } else if (oque == "linhas" || oque == "celula") {
+        } else if (oque == "linhas" || oque == "linhas-abaixo" || oque == "celula") {
             auto *vista = qobject_cast<QAbstractItemView *>(controle);
             if (!vista) {
                 motivo = "não é uma lista";
@@ -315,6 +328,10 @@ Resultado Executor::Conferir(const Comando &comando, QString &motivo)
             }
             if (oque == "linhas") {
                 achado = QString::number(vista->model()->rowCount());
+                esperado = comando.Argumento(2);
+            } else if (oque == "linhas-abaixo") {
+                const QAbstractItemModel *modelo = vista->model();
+                achado = QString::number(modelo->rowCount(modelo->index(0, 0)));
                 esperado = comando.Argumento(2);
             } else {
                 const QModelIndex linha = Linha(vista, {}, comando.Argumento(2));
@@ -336,13 +353,8 @@ Resultado Executor::Fotografar(const Comando &comando, QString &motivo)
 {
     QWidget *alvo =
         comando.argumentos.size() > 1 ? Controle(comando.Argumento(1)) : QApplication::activeModalWidget();
-    if (!alvo) {
-        // The main window: the one that is no dialog's child.
-        const auto janelas = QApplication::topLevelWidgets();
-        for (QWidget *janela : janelas)
-            if (janela->isVisible() && janela->windowType() == Qt::Window && !janela->objectName().isEmpty())
-                alvo = janela;
-    }
+    if (!alvo)
+        alvo = JanelaPrincipal();
     if (!alvo || !alvo->isVisible()) {
         motivo = "nada para fotografar";
         return Resultado::AindaNao;

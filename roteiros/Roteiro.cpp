@@ -28,34 +28,33 @@ public:
         if (!arquivo.open(QIODevice::ReadOnly))
             Abandonar(0, caminho + ": não pude ler o roteiro");
         m_comandos = LerRoteiro(QString::fromUtf8(arquivo.readAll()));
-        m_pulso.callOnTimeout(this, &Tocador::Passo);
-        m_pulso.start(kPulsoMs);
+        Agendar();
         m_espera.start();
         connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this,
                 [this] { m_emRepouso = true; });
     }
 
 private:
+    // A timer does not fire again while its own slot still runs, and a command that opens a dialog does not
+    // return before the dialog closes: so each pulse is a timer of its own.
+    void Agendar() { QTimer::singleShot(kPulsoMs, this, &Tocador::Passo); }
+
     void Passo()
     {
-        if (!m_emRepouso || m_executando > 8)
+        if (m_proximo >= m_comandos.size())
             return;
-        if (m_proximo >= m_comandos.size()) {
-            m_pulso.stop();
+        Agendar();
+        if (!m_emRepouso)
             return;
-        }
         const Comando comando = m_comandos[m_proximo];
         if (comando.verbo == "fim") {
-            m_pulso.stop();
             std::fflush(stderr);
             std::_Exit(0);
         }
         m_emRepouso = false;
         ++m_proximo; // the command may open a dialog, whose own loop then plays the commands that follow
-        ++m_executando;
         QString motivo;
         const Executor::Resultado resultado = m_executor.Executar(comando, motivo);
-        --m_executando;
         if (resultado == Executor::Resultado::Feito) {
             m_espera.restart();
             return;
@@ -74,9 +73,7 @@ private:
 
     QList<Comando> m_comandos;
     qsizetype m_proximo = 0;
-    int m_executando = 0;
     bool m_emRepouso = false;
-    QTimer m_pulso;
     QElapsedTimer m_espera;
     Executor m_executor;
 };

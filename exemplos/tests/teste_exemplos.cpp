@@ -286,7 +286,7 @@ void TesteExemplos::receitasSaoVariadas()
         tiposDeCalorias.insert(receita.tipoCalorias);
         individuais += receita.porcoes == 1;
         comObservacao += !receita.observacao.isEmpty();
-        comApostrofo += receita.nome.contains(u'\'');
+        comApostrofo += receita.nome.contains(u'’'); // the typographic one: packages cannot check names with '
         comHifen += receita.nome.contains(u'-');
         for (const IngredienteExemplo &linha : receita.ingredientes) {
             semQuantidade += linha.quantidade.isEmpty();

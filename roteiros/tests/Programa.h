@@ -1,0 +1,75 @@
+#pragma once
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QString>
+#include <QTemporaryDir>
+
+/// The real program, copied into a folder of its own and driven by scripts.
+class Programa
+{
+public:
+    Programa() { QFile::copy(QStringLiteral(CAMINHO_PROGRAMA), Pasta("cozinhario")); }
+
+    QString Pasta(const QString &nome = {}) const
+    {
+        return nome.isEmpty() ? m_pasta.path() : m_pasta.filePath(nome);
+    }
+
+    /// Plays the script and returns the exit status; 3 means that a command could not be carried out.
+    /// What went wrong is in Erro().
+    int Tocar(const QString &roteiro, const QStringList &argumentos = {})
+    {
+        QFile arquivo(m_trabalho.filePath("roteiro"));
+        if (!arquivo.open(QIODevice::WriteOnly))
+            return -1;
+        arquivo.write(roteiro.toUtf8());
+        arquivo.close();
+        QProcess processo;
+        Preparar(processo);
+        QProcessEnvironment ambiente = processo.processEnvironment();
+        ambiente.insert("QT_QPA_GENERIC_PLUGINS", "roteiro:" + arquivo.fileName());
+        ambiente.insert("QT_PLUGIN_PATH", CAMINHO_PLUGIN);
+        processo.setProcessEnvironment(ambiente);
+        processo.start(Pasta("cozinhario"), argumentos);
+        if (!processo.waitForFinished(100'000)) {
+            processo.kill();
+            processo.waitForFinished();
+            m_erro = "o programa não terminou";
+            return -1;
+        }
+        // The offscreen platform grumbles about what it cannot do; the player's own line is what matters.
+        m_erro = QString::fromUtf8(processo.readAllStandardError());
+        if (const qsizetype linha = m_erro.indexOf("roteiro, linha"); linha >= 0)
+            m_erro = m_erro.mid(linha);
+        return processo.exitStatus() == QProcess::NormalExit ? processo.exitCode() : -2;
+    }
+
+    QString Erro() const { return m_erro; }
+
+    /// The program's surroundings: no display, no desktop, a home of its own, Brazilian Portuguese.
+    void Preparar(QProcess &processo) const
+    {
+        QProcessEnvironment ambiente = QProcessEnvironment::systemEnvironment();
+        ambiente.insert("QT_QPA_PLATFORM", "offscreen");
+        ambiente.insert("HOME", m_trabalho.path());
+        ambiente.insert("XDG_RUNTIME_DIR", m_trabalho.path());
+        ambiente.insert("LC_ALL", "pt_BR.UTF-8");
+        ambiente.insert("DBUS_SESSION_BUS_ADDRESS", "disabled:");
+        processo.setProcessEnvironment(ambiente);
+        processo.setWorkingDirectory(m_trabalho.path());
+    }
+
+private:
+    QTemporaryDir m_pasta;
+    QTemporaryDir m_trabalho;
+    QString m_erro;
+};
+
+/// A word of a script.
+inline QString Palavra(QString texto)
+{
+    texto.replace('\\', "\\\\").replace('"', "\\\"").replace("\r\n", "\\n").replace('\n', "\\n");
+    return '"' + texto + '"';
+}

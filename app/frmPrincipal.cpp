@@ -357,13 +357,24 @@ bool frmPrincipal::Ocupada() const
     return m_picMsg->EmOperacao() || QApplication::activeModalWidget() || m_lista->Carregando();
 }
 
+void frmPrincipal::QuandoLivre(std::function<void()> tarefa)
+{
+    QTimer::singleShot(Ocupada() ? kNovaTentativaMs : 0, this, [this, tarefa = std::move(tarefa)] {
+        if (Ocupada())
+            QuandoLivre(tarefa);
+        else
+            Proteger(m_portas.avisos, tarefa);
+    });
+}
+
 void frmPrincipal::RecarregarLista()
 {
-    if (Ocupada()) {
-        QTimer::singleShot(kNovaTentativaMs, this, &frmPrincipal::RecarregarLista);
-        return;
-    }
-    Proteger(m_portas.avisos, [this] { m_lista->imgLstRcta_Click(); });
+    QuandoLivre([this] { m_lista->imgLstRcta_Click(); });
+}
+
+void frmPrincipal::AvisarDepois(const QString &texto)
+{
+    QuandoLivre([this, texto] { m_portas.avisos.Avisar(texto, Avisos::Icone::Informacao); });
 }
 
 void frmPrincipal::TrazerParaFrente()
@@ -397,5 +408,6 @@ void frmPrincipal::EsconderTelas()
 void frmPrincipal::LivroRestaurado()
 {
     // Every view reads the book afresh when it opens; what still stands in the hidden editor is forgotten.
-    m_editor->NovaReceita();
+    // That is also the first reading of the restored book: an old one is converted now, a bad one reported.
+    QuandoLivre([this] { m_editor->NovaReceita(); });
 }

@@ -8,6 +8,7 @@
 #include <QPoint>
 #include <QWidget>
 
+#include <functional>
 #include <memory>
 
 class Abridor;
@@ -75,6 +76,8 @@ public:
     /// What another copy's import asks for: the list shows what the book holds now. Waits for the end of a
     /// dialog or long operation that is under way.
     void RecarregarLista();
+    /// Shows an information box at the next quiet moment.
+    void AvisarDepois(const QString &texto);
     /// Comes to the front, out of the task bar if need be.
     void TrazerParaFrente();
 
@@ -98,6 +101,8 @@ private:
     void Minimizar();
     void Sair();
     bool Ocupada() const;
+    /// Runs `tarefa` once no dialog, long operation or fill is under way.
+    void QuandoLivre(std::function<void()> tarefa);
 
     bool ListaVisivel() const override;
     void MostrarLista() override;

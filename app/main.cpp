@@ -19,10 +19,13 @@
 #include "print/Impressoras.h"
 #include "store/Banco.h"
 #include "store/Figuras.h"
+#include "store/access/ConversorAccess.h"
 
 #include <QApplication>
 #include <QLocale>
 #include <QTranslator>
+
+#include <functional>
 
 namespace
 {
@@ -57,7 +60,11 @@ int main(int argc, char *argv[])
     Separadores::Definir(Separadores::De(QLocale::system()));
 
     const QString pasta = PastaDoLivro(QApplication::applicationDirPath());
-    const Banco banco(pasta);
+    Banco banco(pasta);
+    // An old Access book is converted at an opening, in the middle of some operation: the news of it wait.
+    QStringList recados;
+    std::function<void(const QString &)> recado = [&recados](const QString &texto) { recados << texto; };
+    banco.DefinirConversor(ConversorAccess([&recado](const QString &texto) { recado(texto); }));
     const Figuras figuras(banco);
     AvisosQt avisos;
     const QString pacote = CaminhoDaLinhaDeComando(QApplication::arguments().mid(1));
@@ -65,6 +72,8 @@ int main(int argc, char *argv[])
     CopiaUnica copia(pasta);
     if (!copia.Primeira()) {
         const bool importou = !pacote.isEmpty() && ImportarPacote(banco, figuras, avisos, pacote);
+        for (const QString &texto : std::as_const(recados))
+            avisos.Avisar(texto, Avisos::Icone::Informacao);
         if (importou || pacote.isEmpty())
             copia.Entregar(importou ? CopiaUnica::Aviso::ImportacaoTerminada : CopiaUnica::Aviso::Ativar);
         return 0;
@@ -87,6 +96,9 @@ int main(int argc, char *argv[])
     janela.ConcluirRestauracao();
     if (!pacote.isEmpty() && !ImportarPacote(banco, figuras, avisos, pacote))
         return 0;
+    for (const QString &texto : std::as_const(recados))
+        janela.AvisarDepois(texto);
+    recado = [&janela](const QString &texto) { janela.AvisarDepois(texto); };
     janela.show();
     return QApplication::exec();
 }

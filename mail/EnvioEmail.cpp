@@ -18,12 +18,13 @@ namespace
 // Packages refuse kinds from 2 on, the e-mail from 3 on; the difference is meant.
 constexpr double kTipoQueNaoSeEnvia = 3;
 
-/// An earlier message is replaced only by a complete one.
+/// An earlier message is replaced only by a complete one: commit() alone, in Qt 6.4, forgets that the last of
+/// the buffer found no room on the disk.
 bool Gravar(const QString &caminho, const QByteArray &mensagem)
 {
     QSaveFile arquivo(caminho);
     return arquivo.open(QIODevice::WriteOnly) && arquivo.write(mensagem) == mensagem.size() &&
-           arquivo.commit();
+           arquivo.flush() && arquivo.commit();
 }
 } // namespace
 

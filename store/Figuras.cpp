@@ -16,12 +16,42 @@ namespace
 {
 constexpr QLatin1String kPasta("Fotos");
 
+/// A picture's own name ("F0000012.img") has four letters.
+constexpr qsizetype kLetrasDeUmaFigura = 4;
+
+bool ELetra(QChar c)
+{
+    return c.toLower() != c.toUpper();
+}
+
+/// The spelling of `nome` that lies in `pasta`, each one being asked for; empty when none does. So many
+/// questions cost the same in a full folder as in an empty one, which listing it does not.
+QString GrafiaNoDisco(const QString &pasta, const QString &nome)
+{
+    QList<qsizetype> letras;
+    for (qsizetype i = 0; i < nome.size(); ++i)
+        if (ELetra(nome[i]))
+            letras += i;
+    for (unsigned caixas = 0; caixas < 1U << letras.size(); ++caixas) {
+        QString grafia = nome;
+        for (qsizetype i = 0; i < letras.size(); ++i)
+            grafia[letras[i]] = caixas >> i & 1U ? nome[letras[i]].toUpper() : nome[letras[i]].toLower();
+        if (QFileInfo::exists(pasta + '/' + grafia))
+            return grafia;
+    }
+    return {};
+}
+
 /// The entry of `pasta` that has this name, in this or another letter case; the name itself when there is
 /// none.
 QString NomeNoDisco(const QString &pasta, const QString &nome)
 {
     if (QFileInfo::exists(pasta + '/' + nome))
         return nome;
+    if (std::count_if(nome.begin(), nome.end(), ELetra) <= kLetrasDeUmaFigura) {
+        const QString grafia = GrafiaNoDisco(pasta, nome);
+        return grafia.isEmpty() ? nome : grafia;
+    }
     for (const QString &entrada :
          QDir(pasta).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot))
         if (entrada.compare(nome, Qt::CaseInsensitive) == 0)
@@ -33,6 +63,14 @@ QString PastaDeFotos(const Banco &banco)
 {
     const QString raiz = banco.Caminho("");
     return raiz + NomeNoDisco(raiz, kPasta);
+}
+
+/// commit() alone would put a cut file in place: Qt 6.4 forgets that the last of the buffer found no room. By
+/// promise nobody is told of a failure; the earlier picture stays.
+void Confirmar(QSaveFile &destino)
+{
+    if (destino.flush())
+        destino.commit();
 }
 
 bool NomeSimples(const QString &nome)
@@ -79,9 +117,8 @@ void Figuras::CopiarFigura(const QString &origem, qint64 lngReceita) const
     QByteArray bloco;
     while (!(bloco = arquivo.read(256 * 1024)).isEmpty())
         destino.write(bloco);
-    if (arquivo.error() != QFileDevice::NoError)
-        destino.cancelWriting();
-    destino.commit(); // does nothing after a failure: the earlier picture stays
+    if (arquivo.error() == QFileDevice::NoError)
+        Confirmar(destino);
 }
 
 void Figuras::GravarFigura(const QByteArray &bytes, qint64 lngReceita) const
@@ -91,7 +128,7 @@ void Figuras::GravarFigura(const QByteArray &bytes, qint64 lngReceita) const
     if (!destino.open(QIODevice::WriteOnly))
         return; // by promise, as above
     destino.write(bytes);
-    destino.commit();
+    Confirmar(destino);
 }
 
 QImage CarregarImagem(const QString &caminho)

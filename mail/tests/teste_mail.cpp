@@ -52,6 +52,7 @@ private slots:
     void figuraQueFaltaNaoEAvisada();
     void enviarDuasVezesSobrescreve();
     void falhaAoGravarEDitaEDeixaAAnterior();
+    void discoCheioEDitoEDeixaAAnterior();
     void controlesFicamComoEstavam();
 
 private:
@@ -243,6 +244,21 @@ void TesteMail::falhaAoGravarEDitaEDeixaAAnterior()
     QCOMPARE(m_avisos.icones, {Avisos::Icone::Parada});
     QVERIFY(m_abridor.arquivos.isEmpty());
     QVERIFY(QFileInfo(m_banco->Caminho("~temp.eml")).isDir());
+}
+
+// The whole message fits into the buffer: only the last write meets the full disk.
+void TesteMail::discoCheioEDitoEDeixaAAnterior()
+{
+    Escrever(m_banco->Caminho("~temp.eml"), "a anterior");
+    m_receita.temFigura = false;
+    {
+        const LimiteDeArquivo disco(1000);
+        Enviar(m_receita);
+    }
+    QCOMPARE(m_avisos.textos,
+             {"Impossível Gravar a Mensagem no Arquivo " + m_banco->Caminho("~temp.eml") + "!"});
+    QCOMPARE(Gravada(), QByteArray("a anterior"));
+    QVERIFY(m_abridor.arquivos.isEmpty());
 }
 
 void TesteMail::controlesFicamComoEstavam()

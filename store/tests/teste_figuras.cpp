@@ -13,7 +13,12 @@
 #include <QTest>
 #include <QtEndian>
 
+#include <csignal>
+
+#include <sys/fsuid.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 using namespace Comandos;
 
@@ -89,6 +94,8 @@ private slots:
     void substituiAFiguraAnterior();
     void copiaQueFalhaMantemAAnterior();
     void copiaAFiguraSobreElaMesma();
+    void discoCheioMantemAAnterior();
+    void naoListaAPastaParaCadaFigura();
     void gravaOsBytesComoSao();
     void ignoraPastaQueNaoSePodeCriar();
     void achaAFiguraEmQualquerCaixa();
@@ -176,6 +183,49 @@ void TesteFiguras::copiaAFiguraSobreElaMesma()
     m_figuras->CopiarFigura(Gravar("a.gif", kGif), 1);
     m_figuras->CopiarFigura(m_pasta->filePath("Fotos/F0000001.img"), 1);
     QCOMPARE(Ler("Fotos/F0000001.img"), kGif);
+}
+
+// A picture smaller than the buffer: only the last write meets the full disk.
+void TesteFiguras::discoCheioMantemAAnterior()
+{
+    const QString nova = Gravar("nova.img", QByteArray(3000, 'n'));
+    m_figuras->CopiarFigura(Gravar("a.gif", kGif), 1);
+    std::signal(SIGXFSZ, SIG_IGN);
+    rlimit antes = {};
+    QCOMPARE(getrlimit(RLIMIT_FSIZE, &antes), 0);
+    const rlimit pouco = {1000, antes.rlim_max};
+    QCOMPARE(setrlimit(RLIMIT_FSIZE, &pouco), 0);
+    m_figuras->CopiarFigura(nova, 1);
+    m_figuras->GravarFigura(QByteArray(3000, 'g'), 1);
+    m_figuras->GravarFigura(QByteArray(3000, 'g'), 2);
+    QCOMPARE(setrlimit(RLIMIT_FSIZE, &antes), 0);
+    QCOMPARE(Ler("Fotos/F0000001.img"), kGif);
+    QCOMPARE(QDir(m_pasta->filePath("Fotos")).entryList(QDir::Files | QDir::Hidden),
+             QStringList("F0000001.img"));
+}
+
+// Proved with a folder that may be entered but not read, by a user who is bound by that: root is none.
+void TesteFiguras::naoListaAPastaParaCadaFigura()
+{
+    constexpr uid_t ninguem = 65534;
+    const QString fotos = m_pasta->filePath("Fotos");
+    QVERIFY(QDir().mkdir(fotos));
+    Gravar("Fotos/f0000003.IMG", kGif);
+    if (geteuid() == 0) {
+        for (const QString &caminho : {m_pasta->path(), fotos, fotos + "/f0000003.IMG"})
+            QCOMPARE(chown(QFile::encodeName(caminho).constData(), ninguem, ninguem), 0);
+        setfsuid(ninguem);
+    }
+    QCOMPARE(chmod(QFile::encodeName(fotos).constData(), S_IWUSR | S_IXUSR), 0);
+    QVERIFY(QDir(fotos).entryList(QDir::Files).isEmpty());
+    m_figuras->GravarFigura("outra", 3);
+    m_figuras->GravarFigura("nova", 4);
+    const QString achada = m_figuras->Caminho("F0000003.img");
+    QCOMPARE(chmod(QFile::encodeName(fotos).constData(), S_IRWXU), 0);
+    setfsuid(geteuid());
+    QCOMPARE(achada, m_pasta->filePath("Fotos/f0000003.IMG"));
+    QCOMPARE(Ler("Fotos/f0000003.IMG"), QByteArray("outra"));
+    QCOMPARE(Ler("Fotos/F0000004.img"), QByteArray("nova"));
 }
 
 void TesteFiguras::gravaOsBytesComoSao()

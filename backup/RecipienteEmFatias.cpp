@@ -16,10 +16,7 @@ namespace
 {
 constexpr qint64 kFatia = 256 * 1024;
 constexpr int kNivel = 9;
-constexpr qsizetype kTrailer = 17;
-constexpr qsizetype kNulosIniciais = 5;
 constexpr qint64 kSoma = 4;
-constexpr qint64 kMaiorDesdobramento = 1032; ///< deflate at its best: 258 bytes out of two bits
 
 /// Takes the next unpacked bytes; a code other than kSucesso ends the unpacking with it.
 using Receptor = std::function<int(QByteArrayView)>;
@@ -27,30 +24,6 @@ using Receptor = std::function<int(QByteArrayView)>;
 Bytef *Bytes(std::vector<char> &bloco)
 {
     return reinterpret_cast<Bytef *>(bloco.data());
-}
-
-QByteArray Trailer(qint64 n)
-{
-    QByteArray trailer(kTrailer, '\0');
-    const QByteArray digitos = QByteArray::number(n);
-    std::copy(digitos.begin(), digitos.end(), trailer.begin() + kNulosIniciais);
-    return trailer;
-}
-
-/// The length that a trailer states; nothing when it is no trailer.
-std::optional<qint64> LerTrailer(const QByteArray &trailer)
-{
-    if (trailer.size() != kTrailer || trailer.left(kNulosIniciais) != QByteArray(kNulosIniciais, '\0'))
-        return std::nullopt;
-    const QByteArray campo = trailer.mid(kNulosIniciais);
-    const QByteArray digitos = campo.left(campo.indexOf('\0'));
-    qint64 n = 0;
-    for (const char c : digitos) {
-        if (c < '0' || c > '9')
-            return std::nullopt;
-        n = n * 10 + (c - '0'); // twelve digits at most
-    }
-    return digitos.isEmpty() ? std::nullopt : std::optional(n);
 }
 
 /// Owns zlib's state for the length of a scope.
@@ -131,7 +104,7 @@ int Desdobrar(QIODevice &origem, qint64 m, qint64 n, bool comSoma, const Recepto
     }
     // A stream shorter than its length field says leaves zeros, as unpacking into one zeroed block would; but
     // never more of them than the stream could have filled.
-    if (n / kMaiorDesdobramento > m - falta - z.avail_in)
+    if (!Recipiente::Cabe(n, m - falta - z.avail_in))
         return Recipiente::kTrailerInvalido;
     std::fill(saida.begin(), saida.end(), '\0');
     for (qint64 nulos = espaco + 1; nulos > 0; nulos -= std::min(nulos, kFatia))
@@ -146,13 +119,13 @@ int DescompactarPara(QIODevice &recipiente, bool comSoma, const Receptor &recept
 {
     if (recipiente.size() == 0)
         return Recipiente::kSucesso;
-    const qint64 m = recipiente.size() - kTrailer;
+    const qint64 m = recipiente.size() - Recipiente::kTrailer;
     if (m < 0)
         return Recipiente::kTrailerInvalido;
     if (!recipiente.seek(m))
         return Recipiente::kArquivoIlegivel;
-    const std::optional<qint64> n = LerTrailer(recipiente.read(kTrailer));
-    if (!n || *n / kMaiorDesdobramento > m)
+    const std::optional<qint64> n = Recipiente::LerTrailer(recipiente.read(Recipiente::kTrailer));
+    if (!n || !Recipiente::Cabe(*n, m))
         return Recipiente::kTrailerInvalido;
     if (!recipiente.seek(0))
         return Recipiente::kArquivoIlegivel;
@@ -189,7 +162,8 @@ int RecipienteEmFatias::Compactar(QIODevice &origem, QIODevice &destino, quint32
     if (const int codigo = EscoarDeflate(z, Z_FINISH, saida, destino); codigo != Z_OK)
         return codigo;
     soma = static_cast<quint32>(z.adler);
-    return destino.write(Trailer(n)) == kTrailer ? Recipiente::kSucesso : Recipiente::kDestinoIndisponivel;
+    return destino.write(Recipiente::Trailer(n)) == Recipiente::kTrailer ? Recipiente::kSucesso
+                                                                         : Recipiente::kDestinoIndisponivel;
 }
 
 int RecipienteEmFatias::Descompactar(QIODevice &recipiente, QIODevice &destino, const Pausa &pausa)
@@ -228,7 +202,7 @@ int RecipienteEmFatias::Conferir(QIODevice &recipiente, QIODevice &original, qui
     if (falta > 0 || sobra != 1) // one 0x00 is what unpacking leaves
         return Z_DATA_ERROR;
     // The stream ends in its sum, highest byte first.
-    if (!recipiente.seek(recipiente.size() - kTrailer - kSoma))
+    if (!recipiente.seek(recipiente.size() - Recipiente::kTrailer - kSoma))
         return Recipiente::kArquivoIlegivel;
     return recipiente.read(kSoma).toHex().toUInt(nullptr, 16) == soma ? Recipiente::kSucesso : Z_DATA_ERROR;
 }

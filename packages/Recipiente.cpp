@@ -7,50 +7,15 @@
 #include <algorithm>
 #include <cmath>
 #include <new>
-#include <optional>
 #include <vector>
 
 #include <zlib.h>
 
 namespace
 {
-constexpr qsizetype kTrailer = 17;
 constexpr qsizetype kNulosIniciais = 5;
 constexpr qint64 kMaiorDesdobramento = 1032; ///< deflate at its best: 258 bytes out of two bits
 constexpr qsizetype kBloco = 256 * 1024;
-
-QByteArray Trailer(qint64 n)
-{
-    QByteArray trailer(kTrailer, '\0');
-    const QByteArray digitos = QByteArray::number(n);
-    std::copy(digitos.begin(), digitos.end(), trailer.begin() + kNulosIniciais);
-    return trailer;
-}
-
-/// The length that a trailer states; nothing when it is no trailer.
-std::optional<qint64> LerTrailer(QByteArrayView trailer)
-{
-    if (trailer.size() != kTrailer)
-        return std::nullopt;
-    const QByteArrayView nulos = trailer.first(kNulosIniciais);
-    if (!std::all_of(nulos.begin(), nulos.end(), [](char c) { return c == '\0'; }))
-        return std::nullopt;
-
-    qint64 n = 0;
-    qsizetype i = kNulosIniciais;
-    for (; i < kTrailer && trailer[i] != '\0'; ++i) {
-        if (trailer[i] < '0' || trailer[i] > '9')
-            return std::nullopt;
-        n = n * 10 + (trailer[i] - '0'); // twelve digits at most
-    }
-    return i > kNulosIniciais ? std::optional(n) : std::nullopt;
-}
-
-/// Whether a stream of m bytes can unfold to n.
-bool Cabe(qint64 n, qint64 m)
-{
-    return n / kMaiorDesdobramento <= m;
-}
 
 const Bytef *Entrada(const char *bytes)
 {
@@ -142,7 +107,7 @@ int Desdobrar(QIODevice &origem, qint64 m, qint64 n, QIODevice &destino)
         if (codigo != Z_OK && codigo != Z_STREAM_END)
             return codigo;
     }
-    if (!Cabe(n, m - falta - fluxo.avail_in))
+    if (!Recipiente::Cabe(n, m - falta - fluxo.avail_in))
         return Recipiente::kTrailerInvalido;
     return EscreverNulos(destino, espaco + 1) ? Recipiente::kSucesso : Recipiente::kDestinoIndisponivel;
 }
@@ -185,16 +150,16 @@ int DescompactarAberto(QFile &origem, const QString &destino, qint64 maximo)
     qint64 n = -1; // nothing to unfold
     qint64 m = 0;
     if (origem.size() > 0) {
-        m = origem.size() - kTrailer;
+        m = origem.size() - Recipiente::kTrailer;
         if (m < 0)
             return Recipiente::kTrailerInvalido;
         if (!origem.seek(m))
             return Recipiente::kArquivoIlegivel;
-        const QByteArray trailer = origem.read(kTrailer);
-        if (trailer.size() != kTrailer || !origem.seek(0))
+        const QByteArray trailer = origem.read(Recipiente::kTrailer);
+        if (trailer.size() != Recipiente::kTrailer || !origem.seek(0))
             return Recipiente::kArquivoIlegivel;
-        const std::optional<qint64> comprimento = LerTrailer(trailer);
-        if (!comprimento || !Cabe(*comprimento, m))
+        const std::optional<qint64> comprimento = Recipiente::LerTrailer(trailer);
+        if (!comprimento || !Recipiente::Cabe(*comprimento, m))
             return Recipiente::kTrailerInvalido;
         n = *comprimento;
         if (n > maximo)
@@ -221,6 +186,37 @@ int SemFaltarMemoria(Operacao operacao)
     }
 }
 } // namespace
+
+QByteArray Recipiente::Trailer(qint64 n)
+{
+    QByteArray trailer(kTrailer, '\0');
+    const QByteArray digitos = QByteArray::number(n);
+    std::copy(digitos.begin(), digitos.end(), trailer.begin() + kNulosIniciais);
+    return trailer;
+}
+
+std::optional<qint64> Recipiente::LerTrailer(QByteArrayView trailer)
+{
+    if (trailer.size() != kTrailer)
+        return std::nullopt;
+    const QByteArrayView nulos = trailer.first(kNulosIniciais);
+    if (!std::all_of(nulos.begin(), nulos.end(), [](char c) { return c == '\0'; }))
+        return std::nullopt;
+
+    qint64 n = 0;
+    qsizetype i = kNulosIniciais;
+    for (; i < kTrailer && trailer[i] != '\0'; ++i) {
+        if (trailer[i] < '0' || trailer[i] > '9')
+            return std::nullopt;
+        n = n * 10 + (trailer[i] - '0'); // twelve digits at most
+    }
+    return i > kNulosIniciais ? std::optional(n) : std::nullopt;
+}
+
+bool Recipiente::Cabe(qint64 n, qint64 m)
+{
+    return n / kMaiorDesdobramento <= m;
+}
 
 qint64 Recipiente::Capacidade(qint64 n)
 {

@@ -1,7 +1,10 @@
 #pragma once
 
 #include <QByteArray>
+#include <QByteArrayView>
 #include <QString>
+
+#include <optional>
 
 /**
  * The compressed container of packages and backups: a zlib stream (RFC 1950, level 9) and a trailer of 17
@@ -29,6 +32,14 @@ constexpr int kSemMemoria = 7;
 constexpr qint64 kMaiorEmMemoria = qint64(1) << 30;
 /// The longest length the trailer can hold: 11 digits. What files unfold to is bounded by the disk alone.
 constexpr qint64 kMaiorComprimento = 99'999'999'999;
+
+constexpr qsizetype kTrailer = 17; ///< its bytes
+/// What stands behind a stream that unfolds to n bytes.
+QByteArray Trailer(qint64 n);
+/// The length that a trailer states; nothing when it is no trailer.
+std::optional<qint64> LerTrailer(QByteArrayView trailer);
+/// Whether a stream of m bytes can unfold to n.
+bool Cabe(qint64 n, qint64 m);
 
 /// Room reserved for the stream of n bytes: n + n / 1000 + 15, rounded to the nearest (ties to even).
 qint64 Capacidade(qint64 n);

@@ -18,26 +18,27 @@ class Conexao
 public:
     explicit Conexao(const QString &caminho)
     {
-        Conferir(sqlite3_open_v2(QFile::encodeName(caminho).constData(), &m_conexao,
-                                 SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr));
-        Conferir(Funcoes::Registrar(m_conexao));
+        sqlite3 *conexao = nullptr;
+        const int rc = sqlite3_open_v2(QFile::encodeName(caminho).constData(), &conexao,
+                                       SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
+        m_conexao.reset(conexao); // there is one even after a failure
+        Conferir(rc);
+        Conferir(Funcoes::Registrar(conexao));
     }
-    ~Conexao() { sqlite3_close(m_conexao); }
-    Conexao(const Conexao &) = delete;
-    Conexao &operator=(const Conexao &) = delete;
 
-    sqlite3 *Motor() const { return m_conexao; }
+    sqlite3 *Motor() const { return m_conexao.get(); }
 
     void Executar(const char *sql) const
     {
-        Conferir(sqlite3_exec(m_conexao, sql, nullptr, nullptr, nullptr));
+        Conferir(sqlite3_exec(m_conexao.get(), sql, nullptr, nullptr, nullptr));
     }
 
     void Conferir(int rc) const
     {
         if (rc == SQLITE_OK)
             return;
-        const QString detalhe = QString::fromUtf8(m_conexao ? sqlite3_errmsg(m_conexao) : sqlite3_errstr(rc));
+        const QString detalhe =
+            QString::fromUtf8(m_conexao ? sqlite3_errmsg(m_conexao.get()) : sqlite3_errstr(rc));
         throw ErroBanco(((rc & 0xFF) == SQLITE_FULL
                              ? QString("Não há espaço no disco para o novo livro de receitas (%1).")
                              : QString("O novo livro de receitas não pôde ser gravado (%1)."))
@@ -45,7 +46,10 @@ public:
     }
 
 private:
-    sqlite3 *m_conexao = nullptr;
+    struct Fechar {
+        void operator()(sqlite3 *conexao) const { sqlite3_close(conexao); }
+    };
+    std::unique_ptr<sqlite3, Fechar> m_conexao;
 };
 
 /// One statement, run as often as its values are bound anew.

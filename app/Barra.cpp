@@ -1,11 +1,10 @@
 #include "app/Barra.h"
 
+#include "app/Desenho.h"
 #include "base/BotaoImagem.h"
 
 #include <QFrame>
 #include <QLabel>
-#include <QPainter>
-#include <QSvgRenderer>
 
 namespace
 {
@@ -35,17 +34,6 @@ constexpr Definicao kBotoes[] = {
     {"imgMinimize", "Minimizar", 546, kTopo, kLadoPequeno},
     {"imgSaida", "Sair", 582, kTopo, kLadoPequeno},
 };
-
-QPixmap Desenho(const QString &arquivo, int lado, qreal escala)
-{
-    QPixmap figura(QSize(lado, lado) * escala);
-    figura.setDevicePixelRatio(escala);
-    figura.fill(Qt::transparent);
-    QPainter painter(&figura);
-    painter.setRenderHint(QPainter::Antialiasing);
-    QSvgRenderer(arquivo).render(&painter, QRectF(0, 0, lado, lado));
-    return figura;
-}
 } // namespace
 
 Barra::Barra(int altura, QWidget *janela)
@@ -58,13 +46,16 @@ Barra::Barra(int altura, QWidget *janela)
     const auto espelho = [&](const QString &nome, const QString &sufixo, int lado) {
         auto *imagem = new QLabel(fraPicBotoes);
         imagem->setObjectName(nome + sufixo);
-        imagem->setPixmap(Desenho(":/botoes/" + nome + sufixo + ".svg", lado, devicePixelRatioF()));
+        imagem->setFixedSize(lado, lado);
         return imagem;
     };
     for (const Definicao &definicao : kBotoes) {
         const QString nome = definicao.nome;
-        auto *botao = new BotaoImagem(nome, definicao.dica, espelho(nome, "Norm", definicao.lado),
-                                      espelho(nome, "Over", definicao.lado), this);
+        QLabel *normal = espelho(nome, "Norm", definicao.lado);
+        Desenhar(normal);
+        QLabel *aceso = espelho(nome, "Over", definicao.lado);
+        m_acesosPorDesenhar += aceso;
+        auto *botao = new BotaoImagem(nome, definicao.dica, normal, aceso, this);
         botao->move(definicao.esquerda, definicao.topo);
         connect(botao, &BotaoImagem::apontado, this, [this, botao] { Atualizar(botao); });
         // Whatever lies beside a button, the mouse that is no longer on it leaves it in its normal look.
@@ -73,8 +64,22 @@ Barra::Barra(int altura, QWidget *janela)
     }
 }
 
+void Barra::Desenhar(QLabel *imagem) const
+{
+    imagem->setPixmap(
+        Desenho(":/botoes/" + imagem->objectName() + ".svg", imagem->size(), devicePixelRatioF()));
+}
+
+void Barra::DesenharAcesos()
+{
+    for (QLabel *imagem : std::exchange(m_acesosPorDesenhar, {}))
+        Desenhar(imagem);
+}
+
 void Barra::Atualizar(const BotaoImagem *aceso)
 {
+    if (aceso)
+        DesenharAcesos();
     for (BotaoImagem *botao : std::as_const(m_botoes))
         botao->Acender(botao == aceso);
 }

@@ -3,6 +3,7 @@
 #include "app/Gradiente.h"
 
 #include <QHash>
+#include <QList>
 
 class BotaoImagem;
 class QLabel;
@@ -16,9 +17,14 @@ public:
     Barra(int altura, QWidget *janela);
 
     BotaoImagem *Botao(const QString &nome) const { return m_botoes.value(nome); }
+    /// Draws the lit looks, which nobody sees before the mouse comes; later calls do nothing.
+    void DesenharAcesos();
     /// Normal looks, but for `aceso`, which is lit; nullptr lights none.
     void Atualizar(const BotaoImagem *aceso);
 
 private:
+    void Desenhar(QLabel *imagem) const;
+
+    QList<QLabel *> m_acesosPorDesenhar;
     QHash<QString, BotaoImagem *> m_botoes;
 };

@@ -1,5 +1,6 @@
 #include "app/Fundo.h"
 
+#include "app/Desenho.h"
 #include "base/Abridor.h"
 #include "base/Fontes.h"
 #include "base/Twips.h"
@@ -15,6 +16,7 @@ namespace
 constexpr int kTopoDoRodape = 255;
 constexpr int kMenorLetra = 7; // pixels
 constexpr int kMaiorLetra = 11;
+constexpr QSize kLogo(39, 30);
 } // namespace
 
 QString SiteDoDistribuidor()
@@ -53,7 +55,7 @@ Fundo::Fundo(Abridor &abridor, const QString &site, QWidget *janela)
 
     auto *emblema = new QLabel(rodape);
     emblema->setObjectName("imgEntrada");
-    emblema->setPixmap(QIcon(":/cozinhario.svg").pixmap(QSize(40, 40), devicePixelRatioF()));
+    emblema->setPixmap(Desenho(":/cozinhario.svg", QSize(40, 40), devicePixelRatioF()));
     emblema->setGeometry(12, TwipsParaPixels(6900), 40, 40);
     m_lblEntrada = new QLabel(rodape);
     m_lblEntrada->setObjectName("lblEntrada");
@@ -67,12 +69,12 @@ Fundo::Fundo(Abridor &abridor, const QString &site, QWidget *janela)
     m_area.lblDica->setWordWrap(true);
 
     auto *logo = new QToolButton(rodape);
-    logo->setIcon(QIcon(":/logo_tamarel.svg"));
+    logo->setIcon(Desenho(":/logo_tamarel.svg", kLogo, devicePixelRatioF()));
     logo->setAccessibleName("Visitar o site da Tamarel");
     m_area.picTamarel = CriarElo(logo, "picTamarel", site);
 
     auto *vilanu = new QToolButton(rodape);
-    vilanu->setIcon(QIcon(":/logo_vilanu.svg"));
+    vilanu->setIcon(Desenho(":/logo_vilanu.svg", kLogo, devicePixelRatioF()));
     vilanu->setAccessibleName("Visitar o site da Vilanu");
     m_area.picVilanuLogo = CriarElo(vilanu, "picVilanuLogo", SiteDoDistribuidor());
 
@@ -94,7 +96,7 @@ QWidget *Fundo::CriarElo(QAbstractButton *elo, const QString &nome, const QStrin
     elo->setFocusPolicy(Qt::TabFocus);
     if (auto *logo = qobject_cast<QToolButton *>(elo)) {
         logo->setAutoRaise(true);
-        logo->setIconSize(QSize(39, 30));
+        logo->setIconSize(kLogo);
         logo->setStyleSheet("QToolButton { border: 0; padding: 0; background: transparent; }"
                             "QToolButton:focus { border: 1px dotted #14214d; }");
     }

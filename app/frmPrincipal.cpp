@@ -9,6 +9,7 @@
 #include "backup/modBackup.h"
 #include "base/BotaoImagem.h"
 #include "base/EventosPendentes.h"
+#include "base/Foco.h"
 #include "base/Fontes.h"
 #include "base/Protegido.h"
 #include "base/Twips.h"
@@ -66,10 +67,10 @@ frmPrincipal::frmPrincipal(const Banco &banco, const Figuras &figuras, const Por
     , m_portas(portas)
     , m_fundo(new Fundo(portas.abridor, portas.site, this))
     , m_barra(new Barra(kAlturaDaBarra, this))
+    , m_clienteWeb(std::move(clienteWeb))
 {
     setObjectName("frmPrincipal");
     setWindowTitle("Cozinhario 2005");
-    setWindowIcon(QIcon(":/cozinhario.svg"));
     setWindowFlags(Qt::Window | Qt::FramelessWindowHint);
     if (QGuiApplication::platformName().startsWith("wayland"))
         setAttribute(Qt::WA_TranslucentBackground); // no mask there: what lies beside the panels is clear
@@ -79,15 +80,31 @@ frmPrincipal::frmPrincipal(const Banco &banco, const Figuras &figuras, const Por
     MostrarDica(0, m_fundo->Area(), portas.sorteio, portas.site, SiteDoDistribuidor());
     m_fundo->lblEntrada()->setText("Cozinhario 2005");
     CriarTitulo();
-    CriarPaineis(std::move(clienteWeb));
+    setFixedSize(TwipsParaPixels(kLargura), TwipsParaPixels(kAltura));
+    setFocus(); // else the first activation would light up the first link of the footer
+}
+
+frmPrincipal::~frmPrincipal() = default;
+
+void frmPrincipal::Completar()
+{
+    if (m_montagem != Montagem::Moldura)
+        return;
+    m_montagem = Montagem::EmAndamento;
+    setWindowIcon(QIcon(":/cozinhario.svg"));
+    m_barra->DesenharAcesos();
+    CriarPaineis();
     CriarOperacoes();
     LigarBotoes();
     LigarPaineis();
     Vigiar();
-    setFixedSize(TwipsParaPixels(kLargura), TwipsParaPixels(kAltura));
+    ConcluirRestauracao(); // before anything reads the book
+    m_montagem = Montagem::Completa;
+    if (isVisible())
+        m_novidades->LigarTimer();
+    // Where nothing activates windows (no window manager), being shown is activation enough.
+    QTimer::singleShot(isActiveWindow() ? 0 : kEsperaPelaAtivacaoMs, this, &frmPrincipal::PrimeiraAtivacao);
 }
-
-frmPrincipal::~frmPrincipal() = default;
 
 void frmPrincipal::CriarTitulo()
 {
@@ -108,7 +125,7 @@ void frmPrincipal::CriarTitulo()
     m_picTitulo->hide();
 }
 
-void frmPrincipal::CriarPaineis(std::unique_ptr<ClienteWeb> clienteWeb)
+void frmPrincipal::CriarPaineis()
 {
     m_picMsg = new MensagemNaJanela(this);
     m_picMsg->setGeometry((TwipsParaPixels(kLargura) - 400) / 2, TwipsParaPixels(4000), 400, 90);
@@ -124,7 +141,7 @@ void frmPrincipal::CriarPaineis(std::unique_ptr<ClienteWeb> clienteWeb)
     m_paineisDasNovidades =
         std::make_unique<PaineisDaJanela>(QList<QWidget *>{m_editor, m_lista, m_pesquisa});
     auto novidades =
-        std::make_shared<Novidades>(std::move(clienteWeb), m_portas.site, m_banco.Caminho("temporario"));
+        std::make_shared<Novidades>(std::move(m_clienteWeb), m_portas.site, m_banco.Caminho("temporario"));
     m_novidades = new PainelNovidades(novidades, m_portas.avisos, m_portas.abridor, *m_telas,
                                       *m_paineisDasNovidades, this);
     m_telas->DefinirPaineis({m_lista, m_editor, m_pesquisa, [this] { m_novidades->Esconder(); }});
@@ -235,9 +252,21 @@ void frmPrincipal::showEvent(QShowEvent *event)
     QWidget::showEvent(event);
     if (m_ativada)
         return;
-    m_novidades->LigarTimer();
-    // Where nothing activates windows (no window manager), being shown is activation enough.
-    QTimer::singleShot(kEsperaPelaAtivacaoMs, this, &frmPrincipal::PrimeiraAtivacao);
+    if (m_montagem == Montagem::Completa) {
+        m_novidades->LigarTimer();
+        QTimer::singleShot(kEsperaPelaAtivacaoMs, this, &frmPrincipal::PrimeiraAtivacao);
+    } else {
+        // A window that is shown minimized is not painted.
+        QTimer::singleShot(kEsperaPelaAtivacaoMs, this, &frmPrincipal::Completar);
+    }
+}
+
+void frmPrincipal::paintEvent(QPaintEvent *event)
+{
+    QWidget::paintEvent(event);
+    // The cook sees the window first; what is still hidden comes as soon as this paint is on the screen.
+    if (m_montagem == Montagem::Moldura)
+        QTimer::singleShot(0, this, &frmPrincipal::Completar);
 }
 
 void frmPrincipal::changeEvent(QEvent *event)
@@ -258,14 +287,19 @@ void frmPrincipal::changeEvent(QEvent *event)
 // recipe as she left it.
 void frmPrincipal::PrimeiraAtivacao()
 {
-    if (m_ativada || !isVisible())
+    if (m_ativada || !isVisible() || m_montagem != Montagem::Completa)
         return;
     m_ativada = true;
     // The list says nothing when the book cannot be read; this does, once.
-    if (!Proteger(m_portas.avisos, [this] { m_banco.LerUmaVez(); }))
-        return;
+    Proteger(m_portas.avisos, [this] { m_banco.LerUmaVez(); });
     Proteger(m_portas.avisos, [this] { m_lista->imgLstRcta_Click(); });
     AtualizarBotoes(nullptr);
+}
+
+// List, editor, card and news share one place: the Tab key goes by what is seen.
+bool frmPrincipal::focusNextPrevChild(bool next)
+{
+    return MoverFoco(*this, next);
 }
 
 void frmPrincipal::closeEvent(QCloseEvent *event)
@@ -288,11 +322,13 @@ void frmPrincipal::Sair()
 
 void frmPrincipal::AbrirTela(const QString &request)
 {
+    Completar();
     m_telas->AbrirTela(request);
 }
 
 void frmPrincipal::FecharTela()
 {
+    Completar();
     m_telas->FecharTela();
 }
 
@@ -315,6 +351,7 @@ void frmPrincipal::NovaReceita()
 
 void frmPrincipal::CarregarDetalheReceita(qint64 lngReceita, bool BlnAbrir)
 {
+    Completar();
     m_editor->Carregar(lngReceita); // first, so that a recipe that cannot be read changes nothing on screen
     if (BlnAbrir)
         return;
@@ -328,6 +365,7 @@ void frmPrincipal::CarregarDetalheReceita(qint64 lngReceita, bool BlnAbrir)
 
 void frmPrincipal::CarregarValoresDetalheReceita(quint8 bytTipo)
 {
+    Completar();
     m_editor->CarregarValoresDetalheReceita(bytTipo);
 }
 
@@ -354,7 +392,8 @@ void frmPrincipal::ConcluirRestauracao()
 
 bool frmPrincipal::Ocupada() const
 {
-    return m_picMsg->EmOperacao() || QApplication::activeModalWidget() || m_lista->Carregando();
+    return m_montagem != Montagem::Completa || m_picMsg->EmOperacao() || QApplication::activeModalWidget() ||
+           m_lista->Carregando();
 }
 
 void frmPrincipal::QuandoLivre(std::function<void()> tarefa)

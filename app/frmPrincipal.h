@@ -63,6 +63,11 @@ public:
                  std::unique_ptr<ClienteWeb> clienteWeb);
     ~frmPrincipal() override;
 
+    /// Makes what the first painted look of the window does not show: the panels, the operations, the lit
+    /// looks of the buttons; and finishes a restore that a crash cut off. Comes by itself right after the
+    /// first paint; whoever needs the panels before calls it. Later calls do nothing.
+    void Completar();
+
     void AbrirTela(const QString &request);
     void FecharTela();
     /// Every toolbar button gets its normal look, `controle` its lit one; nullptr lights none.
@@ -71,8 +76,6 @@ public:
     void CarregarValoresDetalheReceita(quint8 bytTipo) override;
     void EsquecerLinhaEmEdicao() override;
 
-    /// Finishes a restore that a crash cut off; before the book is first read.
-    void ConcluirRestauracao();
     /// What another copy's import asks for: the list shows what the book holds now. Waits for the end of a
     /// dialog or long operation that is under way.
     void RecarregarLista();
@@ -85,12 +88,14 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
     void changeEvent(QEvent *event) override;
     void showEvent(QShowEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
+    bool focusNextPrevChild(bool next) override;
     bool eventFilter(QObject *objeto, QEvent *event) override;
 
 private:
     void CriarTitulo();
-    void CriarPaineis(std::unique_ptr<ClienteWeb> clienteWeb);
+    void CriarPaineis();
     void CriarOperacoes();
     void LigarBotoes();
     void LigarPaineis();
@@ -100,6 +105,7 @@ private:
     void Imprimir();
     void Minimizar();
     void Sair();
+    void ConcluirRestauracao();
     bool Ocupada() const;
     /// Runs `tarefa` once no dialog, long operation or fill is under way.
     void QuandoLivre(std::function<void()> tarefa);
@@ -133,6 +139,9 @@ private:
     std::unique_ptr<EnvioEmail> m_email;
     std::unique_ptr<Exportacao> m_exportacao;
     std::unique_ptr<modBackup> m_backup;
+    std::unique_ptr<ClienteWeb> m_clienteWeb; ///< until the panel of the news takes it
+    enum class Montagem { Moldura, EmAndamento, Completa };
+    Montagem m_montagem = Montagem::Moldura;
     bool m_ativada = false;
     QPoint m_arrastadaEm; ///< where a drag took hold of the window
     bool m_arrastaSozinha = false;

@@ -74,8 +74,7 @@ int main(int argc, char *argv[])
         const bool importou = !pacote.isEmpty() && ImportarPacote(banco, figuras, avisos, pacote);
         for (const QString &texto : std::as_const(recados))
             avisos.Avisar(texto, Avisos::Icone::Informacao);
-        if (importou || pacote.isEmpty())
-            copia.Entregar(importou ? CopiaUnica::Aviso::ImportacaoTerminada : CopiaUnica::Aviso::Ativar);
+        copia.Entregar(importou ? CopiaUnica::Aviso::ImportacaoTerminada : CopiaUnica::Aviso::Ativar);
         return 0;
     }
     copia.Escutar();
@@ -91,11 +90,16 @@ int main(int argc, char *argv[])
     avisos.DefinirJanela(&janela);
     seletor.DefinirJanela(&janela);
     QObject::connect(&copia, &CopiaUnica::importacaoTerminada, &janela, &frmPrincipal::RecarregarLista);
-    QObject::connect(&copia, &CopiaUnica::ativacaoPedida, &janela, &frmPrincipal::TrazerParaFrente);
+    QObject::connect(&copia, &CopiaUnica::ativacaoPedida, &janela, [&janela] {
+        janela.TrazerParaFrente();
+        janela.RecarregarLista();
+    });
 
-    janela.ConcluirRestauracao();
-    if (!pacote.isEmpty() && !ImportarPacote(banco, figuras, avisos, pacote))
-        return 0;
+    if (!pacote.isEmpty()) {
+        janela.Completar(); // a restore that was cut off ends before the book is read
+        if (!ImportarPacote(banco, figuras, avisos, pacote))
+            return 0;
+    }
     for (const QString &texto : std::as_const(recados))
         janela.AvisarDepois(texto);
     recado = [&janela](const QString &texto) { janela.AvisarDepois(texto); };

@@ -83,13 +83,16 @@ public:
 
 /// A whole program on an empty book in a folder of its own.
 struct ProgramaDeTeste {
-    ProgramaDeTeste()
+    /// @param completa false: the window as it is before its first paint
+    explicit ProgramaDeTeste(bool completa = true)
         : banco(pasta.path())
         , figuras(banco)
         , janela(banco, figuras,
                  {avisos, seletor, relogio, sorteio, abridor, impressoras, "https://www.tamarel.example"},
                  std::make_unique<SemRede>())
     {
+        if (completa)
+            janela.Completar(); // tests ask for controls before the first paint
     }
 
     QTemporaryDir pasta;

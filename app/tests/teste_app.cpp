@@ -20,6 +20,7 @@
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTimer>
 
 class TesteApp : public QObject
 {
@@ -67,6 +68,25 @@ private slots:
         QCOMPARE(Titulo(), QString(" Receitas Cadastradas"));
         QVERIFY(QFile::exists(p->pasta.filePath("dadosr.lst")));
         QVERIFY(p->avisos.mostrados.isEmpty());
+    }
+
+    void aJanelaSePintaAntesDeFazerOsPaineis()
+    {
+        p = std::make_unique<ProgramaDeTeste>(false);
+        QVERIFY(!p->janela.findChild<QWidget *>("picLstReceitas"));
+        QVERIFY(p->janela.findChild<QWidget *>("imgLstRcta"));
+        p->janela.show();
+        QTRY_VERIFY(p->janela.findChild<QWidget *>("picLstReceitas"));
+        Abrir();
+        QCOMPARE(Titulo(), QString(" Receitas Cadastradas"));
+        QVERIFY(C<QTimer>("TimerWeb")->isActive());
+    }
+
+    void quemPedeUmaTelaAntesDaPrimeiraPinturaARecebe()
+    {
+        p = std::make_unique<ProgramaDeTeste>(false);
+        p->janela.AbrirTela("PesquisaReceitas");
+        QVERIFY(!C("picPesReceita")->isHidden());
     }
 
     void voltarDeOutroProgramaNaoTocaNaReceitaComecada()

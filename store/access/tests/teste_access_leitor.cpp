@@ -124,6 +124,14 @@ private slots:
     void umArquivoPequenoNaoSeDesdobra_data() { CadaFormato(); }
     void umArquivoPequenoNaoSeDesdobra();
 
+    void leTabelasSemColunasVariaveis_data() { CadaFormato(); }
+    void leTabelasSemColunasVariaveis();
+    void recusaLinhasCurtasDemais_data() { CadaFormato(); }
+    void recusaLinhasCurtasDemais();
+    void umErroDeLeituraERelatado_data() { CadaFormato(); }
+    void umErroDeLeituraERelatado();
+    void recusaArquivosGrandesDemais();
+
     void recusaTodoArquivoCortado_data() { CadaAmostra(); }
     void recusaTodoArquivoCortado();
     void bitsTrocadosNaoDerrubamNemImportamPelaMetade_data();
@@ -1017,6 +1025,131 @@ void TesteAccessLeitor::umArquivoPequenoNaoSeDesdobra()
         pagina + (qFromLittleEndian<quint16>(bytes.constData() + pagina + (jet == 3 ? 10 : 14)) & 0x1FFF);
     qToLittleEndian(primeiro, bytes.data() + ultimo);
     QVERIFY(Recusa(bytes).contains("texto longo"));
+}
+
+// Their rows end in the null mask and say nothing of variable values.
+void TesteAccessLeitor::leTabelasSemColunasVariaveis()
+{
+    QFETCH(int, jet);
+    LivroFeito livro(jet);
+    Tirar(livro.ingredientes, "Quantidade");
+    Tirar(livro.ingredientes, "Unidade");
+    EscritorJet::Coluna &nome = Coluna(livro.ingredientes, "Ingrediente");
+    nome.fixa = true;
+    nome.tamanho = jet == 3 ? 3 : 6;
+    livro.Ingrediente(1, 7, "sal");
+    livro.Ingrediente(2, 7, "mel");
+    const LivroAccess lido = Ler(livro.Bytes());
+    QCOMPARE(lido.ingredientes.size(), 2u);
+    QCOMPARE(lido.ingredientes[0].Nome.value(), "sal");
+    QCOMPARE(lido.ingredientes[1].Nome.value(), "mel");
+    QCOMPARE(lido.ingredientes[1].id_receitas.value(), 7);
+}
+
+void TesteAccessLeitor::recusaLinhasCurtasDemais()
+{
+    QFETCH(int, jet);
+    for (int tamanho = 0; tamanho < 24; ++tamanho) {
+        Estragavel livro = FazerEstragavel(jet);
+        // The first row shrinks to its last bytes, the others lose theirs to it.
+        const qint64 comeco = livro.Pagina() - tamanho;
+        if (tamanho > 0)
+            livro.Por8(livro.dados + comeco, 13);
+        if (tamanho > 1 && jet == 4)
+            livro.Por8(livro.dados + comeco + 1, 0);
+        for (int i = 0; i < 3; ++i)
+            livro.Por16(livro.Slot(i), static_cast<int>(comeco));
+        QVERIFY2(!Recusa(livro.bytes).isEmpty(), qPrintable(QString::number(tamanho)));
+    }
+}
+
+namespace
+{
+/// A disk with a bad spot: reading the byte at `falha` is an error, or the end.
+class DiscoRuim : public QBuffer
+{
+public:
+    DiscoRuim(QByteArray *bytes, qint64 falha, bool fim)
+        : QBuffer(bytes)
+        , m_falha(falha)
+        , m_fim(fim)
+    {
+    }
+
+protected:
+    qint64 readData(char *dados, qint64 tamanho) override
+    {
+        if (pos() + tamanho <= m_falha)
+            return QBuffer::readData(dados, tamanho);
+        setErrorString("setor ilegível");
+        return m_fim ? 0 : -1;
+    }
+
+private:
+    qint64 m_falha;
+    bool m_fim;
+};
+
+/// Says that it is large; whoever believes it reads zeros.
+class DiscoEnorme : public QIODevice
+{
+public:
+    explicit DiscoEnorme(const QByteArray &comeco, qint64 tamanho)
+        : m_comeco(comeco)
+        , m_tamanho(tamanho)
+    {
+        open(QIODevice::ReadOnly | QIODevice::Unbuffered);
+    }
+    qint64 size() const override { return m_tamanho; }
+
+protected:
+    qint64 readData(char *dados, qint64 tamanho) override
+    {
+        const QByteArray parte = m_comeco.mid(pos(), tamanho).leftJustified(tamanho, '\0');
+        std::copy(parte.begin(), parte.end(), dados);
+        return tamanho;
+    }
+    qint64 writeData(const char *, qint64) override { return -1; }
+
+private:
+    QByteArray m_comeco;
+    qint64 m_tamanho;
+};
+} // namespace
+
+void TesteAccessLeitor::umErroDeLeituraERelatado()
+{
+    QFETCH(int, jet);
+    LivroFeito livro(jet);
+    QByteArray bytes = livro.Encher().Bytes();
+    for (qint64 falha = 0; falha < bytes.size(); falha += 1024) {
+        for (const bool fim : {false, true}) {
+            DiscoRuim disco(&bytes, falha, fim);
+            QVERIFY(disco.open(QIODevice::ReadOnly | QIODevice::Unbuffered));
+            try {
+                LerLivroAccess(disco);
+                QFAIL(qPrintable(QString("nothing noticed at %1").arg(falha)));
+            } catch (const Access::Erro &erro) {
+                QVERIFY2(erro.Mensagem().contains(fim ? "faltam bytes no fim"
+                                                      : "não pôde ser lido: setor ilegível"),
+                         erro.what());
+            }
+        }
+    }
+}
+
+void TesteAccessLeitor::recusaArquivosGrandesDemais()
+{
+    constexpr qint64 kGiB = qint64(1) << 30;
+    for (const int jet : {3, 4}) {
+        LivroFeito livro(jet);
+        const QByteArray bytes = livro.Encher().Bytes();
+        const qint64 limite = (jet == 3 ? 1 : 2) * kGiB;
+        DiscoEnorme cheio(bytes, limite);
+        QCOMPARE(LerLivroAccess(cheio).receitas.size(), 3u);
+        DiscoEnorme demais(bytes, limite + 1);
+        QVERIFY_EXCEPTION_THROWN(LerLivroAccess(demais), Access::Erro);
+    }
 }
 
 // ---- cut and spoilt files

@@ -115,6 +115,7 @@ private slots:
     void oLivroPodeSerUmAtalho();
     void osDireitosFicamMasOLivroPodeSerGravado();
     void guardaPorCopiaOndeNaoHaElos();
+    void oQueNaoTrocaDeLugarNaoDeixaSobras();
     void semConversorOArquivoERecusado();
     void recusadoOArquivoFicaComoEra_data();
     void recusadoOArquivoFicaComoEra();
@@ -278,6 +279,21 @@ void TesteConversorAccess::guardaPorCopiaOndeNaoHaElos()
     QCOMPARE(BytesDoArquivo(primeira), original);
     QCOMPARE(BytesDoArquivo(segunda), original);
     QCOMPARE(cozinha.Arquivos().size(), 3);
+}
+
+void TesteConversorAccess::oQueNaoTrocaDeLugarNaoDeixaSobras()
+{
+    Cozinha cozinha(LivroPequeno());
+    QVERIFY(QDir(cozinha.Pasta()).mkdir("pasta"));
+    {
+        TrocaDeArquivo::Provisorio novo(cozinha.banco.CaminhoDoLivro());
+        QVERIFY(QFile::exists(novo.Caminho()));
+        QVERIFY_EXCEPTION_THROWN(novo.Substituir(cozinha.Caminho("pasta")), ErroBanco);
+        QVERIFY(!novo.Batizar(cozinha.banco.CaminhoDoLivro()));
+        QVERIFY_EXCEPTION_THROWN(novo.Batizar(cozinha.Caminho("nada/livro")), ErroBanco);
+    }
+    QCOMPARE(cozinha.Arquivos(), QStringList("dadosr.lst"));
+    QVERIFY_EXCEPTION_THROWN(TrancaDeArquivo(cozinha.Caminho("falta"), 0), ErroBanco);
 }
 
 void TesteConversorAccess::semConversorOArquivoERecusado()

@@ -1,6 +1,7 @@
 #include "browse/PainelCartao.h"
 
 #include "base/EventosPendentes.h"
+#include "base/Foco.h"
 #include "base/Fontes.h"
 #include "base/Painel.h"
 #include "base/Protegido.h"
@@ -198,19 +199,7 @@ void PainelCartao::paintEvent(QPaintEvent *)
 // The Tab key leaves the editor's controls out, which lie covered by the card.
 bool PainelCartao::focusNextPrevChild(bool next)
 {
-    const auto alcancavel = [this](const QWidget *w) {
-        const bool coberto = m_picDetReceita.isAncestorOf(w) && !isAncestorOf(w);
-        return !coberto && (w->focusPolicy() & Qt::TabFocus) && w->isVisible() && w->isEnabled();
-    };
-    QWidget *const inicio = focusWidget() ? focusWidget() : m_picViewDados;
-    QWidget *w = inicio;
-    do {
-        w = next ? w->nextInFocusChain() : w->previousInFocusChain();
-    } while (w != inicio && !(w->window() == window() && !w->focusProxy() && alcancavel(w)));
-    if (w == inicio)
-        return false;
-    w->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
-    return true;
+    return MoverFoco(*this, next);
 }
 
 // The canvas has the focus once the card has moved: the keys that move the bar move the card from there too.

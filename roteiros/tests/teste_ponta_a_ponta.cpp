@@ -4,6 +4,7 @@
 
 #include "editor/LinhaIngrediente.h"
 #include "exemplos/LeitorExemplos.h"
+#include "packages/Recipiente.h"
 #include "store/Banco.h"
 #include "store/Comandos.h"
 
@@ -123,12 +124,15 @@ private slots:
         QCOMPARE(QProcess::execute(CAMINHO_ENCHER, {programa.Pasta(), kExemplos}), 0);
         const int quantas = LeitorExemplos::LerPasta(kExemplos + "/receitas").size();
         QVERIFY(quantas >= 40);
-        QVERIFY2(programa.Tocar(QString("espere linhas lstVwReceitas %1\nclique imgPesRcta\n"
-                                        "espere altura picPesReceita 3780\ndigite txtPesNome \"bolo\"\n"
-                                        "clique cmdPesquisa\nconfira celula lstVwReceitas \"Bolo de cenoura com chocolate\" 1 "
-                                        "Bolos\nclique imgSaida\n")
-                                    .arg(quantas)) == 0,
-                 qPrintable(programa.Erro()));
+        QVERIFY2(
+            programa.Tocar(
+                QString(
+                    "espere linhas lstVwReceitas %1\nclique imgPesRcta\n"
+                    "espere altura picPesReceita 3780\ndigite txtPesNome \"bolo\"\n"
+                    "clique cmdPesquisa\nconfira celula lstVwReceitas \"Bolo de cenoura com chocolate\" 1 "
+                    "Bolos\nclique imgSaida\n")
+                    .arg(quantas)) == 0,
+            qPrintable(programa.Erro()));
     }
 
     void umPacoteNaLinhaDeComandoEImportadoAntesDaJanela()
@@ -153,15 +157,43 @@ private slots:
             qPrintable(destino.Erro()));
     }
 
+    // Old users' backups hold an Access file: the book is converted as soon as it is back.
+    void umBackupAntigoRestauradoAbreConvertido()
+    {
+        Programa programa;
+        QFile livro(QStringLiteral(PASTA_LIVROS_ANTIGOS) + "/v2000_exportado/dadosr.lst");
+        QVERIFY(livro.open(QIODevice::ReadOnly));
+        const QByteArray bytes = livro.readAll();
+        const QByteArray arquivo = QByteArray("dadosr.lst").leftJustified(200, ' ') +
+                                   QByteArray::number(bytes.size()).rightJustified(9, '0') + bytes;
+        QByteArray recipiente;
+        QCOMPARE(Recipiente::Compactar(arquivo, recipiente), Recipiente::kSucesso);
+        QFile backup(programa.Pasta("Antigo.bck"));
+        QVERIFY(backup.open(QIODevice::WriteOnly));
+        QCOMPARE(backup.write(recipiente), recipiente.size());
+        backup.close();
+        QVERIFY2(programa.Tocar(
+                     "espere linhas lstVwReceitas 0\nespere altura picLstReceitas 6540\n"
+                     "clique imgRestore\narquivo " +
+                     Palavra(backup.fileName()) +
+                     "\nespere mensagem \"Você Confirma Restauração da Cópia de Segurança?\"\nresponda Sim\n"
+                     "espere mensagem \"Restauração da Cópia de Segurança Realizada com Sucesso!\"\n"
+                     "responda OK\nespere visivel caixaMensagem\nresponda OK\nespere oculto caixaMensagem\n"
+                     "clique imgLstRcta\nespere linhas lstVwReceitas 25\nclique imgSaida\n") == 0,
+                 qPrintable(programa.Erro()));
+        QVERIFY(QFile::exists(programa.Pasta("dadosr-access-original.lst")));
+    }
+
     void umaSegundaCopiaImportaEAvisaAPrimeira()
     {
         Programa origem, programa;
         QCOMPARE(QProcess::execute(CAMINHO_ENCHER, {origem.Pasta(), kExemplos}), 0);
         const int quantas = LeitorExemplos::LerPasta(kExemplos + "/receitas").size();
-        QVERIFY2(origem.Tocar(QString("espere linhas lstVwReceitas %1\nclique-linha lstVwReceitas Brigadeiro\n"
-                                      "clique imgTransmit\nespere oculto picMsg\nclique imgSaida\n")
-                                  .arg(quantas)) == 0,
-                 qPrintable(origem.Erro()));
+        QVERIFY2(
+            origem.Tocar(QString("espere linhas lstVwReceitas %1\nclique-linha lstVwReceitas Brigadeiro\n"
+                                 "clique imgTransmit\nespere oculto picMsg\nclique imgSaida\n")
+                             .arg(quantas)) == 0,
+            qPrintable(origem.Erro()));
         // The first copy waits for the second one's import to show up in its list.
         QFile roteiro(programa.Pasta("primeira.roteiro"));
         QVERIFY(roteiro.open(QIODevice::WriteOnly));

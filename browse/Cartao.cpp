@@ -157,8 +157,9 @@ Cartao Cartao::Ler(const Banco &banco, qint64 lngReceita)
     cartao.ingredientes = LerIngredientes(banco.AbrirRecordset(Comandos::SqlIngredientes(lngReceita)));
     if (const QString figura = rs.Texto(u"Figura"); !figura.isEmpty())
         cartao.figura = Reduzir(CarregarImagem(Figuras(banco).Caminho(figura)));
-    cartao.modo = RemoveEnter(rs.Texto(u"Modo"));
-    cartao.observacao = RemoveEnter(rs.Texto(u"Observacao"));
+    // A book or package from elsewhere may hold lone LFs, which alone would join the lines they part.
+    cartao.modo = RemoveEnter(ComCrLf(rs.Texto(u"Modo")));
+    cartao.observacao = RemoveEnter(ComCrLf(rs.Texto(u"Observacao")));
     cartao.podeAlterar = PodeAlterar(rs.Texto(u"Tipo"));
     return cartao;
 }

@@ -144,10 +144,11 @@ void LayoutReceita::ImprimirModo(Superficie &objPrint, const QString &Modo, cons
             QuebrarPagina(objPrint, folha);
     };
     terminarAbaixoDe(kUltimoInicio); // a long list of ingredients may have filled the page
-    ImprimirBloco(objPrint, QStringLiteral("Modo de Preparo : "), RemoveEnter(Modo), folha);
+    // A book or package from elsewhere may hold lone LFs, which alone would join the lines they part.
+    ImprimirBloco(objPrint, QStringLiteral("Modo de Preparo : "), RemoveEnter(ComCrLf(Modo)), folha);
     terminarAbaixoDe(kUltimoInicio);
 
-    const QString observacao = RemoveEnter(Observacao);
+    const QString observacao = RemoveEnter(ComCrLf(Observacao));
     if (observacao.isEmpty())
         return;
     ImprimirBloco(objPrint, QStringLiteral("Informações Adicionais : "), observacao, folha);

@@ -431,6 +431,25 @@ private slots:
         QCOMPARE(QString::fromUtf8(saiu), QString::fromUtf8(modelo.readAll()));
     }
 
+    void quebrasDeOutrosSistemasSeparamLinhas()
+    {
+        const auto passos = [](const QString &quebra) {
+            Livro livro;
+            const Cartao cartao =
+                Cartao::Ler(livro.banco, livro.Guardar({.nome = "B",
+                                                        .modo = "Mexa a massa." + quebra + "Leve ao forno.",
+                                                        .observacao = "Rende." + quebra + "Sirva."}));
+            SuperficieGravadora superficie;
+            cartao.Desenhar(superficie);
+            return superficie.passos;
+        };
+        const QStringList comoSempre = passos("\r\n");
+        QCOMPARE(comoSempre.filter("Leve ao forno.").size(), 1);
+        QCOMPARE(comoSempre.filter("massa.Leve").size(), 0);
+        QCOMPARE(passos("\n"), comoSempre);
+        QCOMPARE(passos("\r"), comoSempre);
+    }
+
     void semFiguraOModoVemLogoDepoisDosIngredientes()
     {
         const auto modoEm = [](bool comFigura) {

@@ -95,6 +95,8 @@ private slots:
     void muitosIngredientesContinuamNaPaginaSeguinte();
     void receitaDeTresPaginasTemTresRodapesNumerados();
     void modoQueTerminaEmLinhasVaziasNaoAsImprime();
+    void quebrasDeOutrosSistemasSeparamLinhas_data();
+    void quebrasDeOutrosSistemasSeparamLinhas();
     void blocoNaoComecaNosUltimosOito();
     void depoisDaObservacaoValeOLimiteInteiro();
     void observacaoVaziaNaoTemTitulo();
@@ -382,6 +384,27 @@ void TesteLayoutReceita::modoQueTerminaEmLinhasVaziasNaoAsImprime()
     const Pagina pagina = Imprimir(receita);
     QVERIFY(Perto(pagina.Uma("Informações Adicionais :").y, pagina.Uma("linha 2").y + 4.5));
     QVERIFY(Perto(pagina.Uma("linha 1").y, pagina.Uma("Modo de Preparo :").y + 4.5));
+}
+
+void TesteLayoutReceita::quebrasDeOutrosSistemasSeparamLinhas_data()
+{
+    QTest::addColumn<QString>("quebra");
+    QTest::newRow("CR LF") << "\r\n";
+    QTest::newRow("LF") << "\n";
+    QTest::newRow("CR") << "\r";
+}
+
+void TesteLayoutReceita::quebrasDeOutrosSistemasSeparamLinhas()
+{
+    QFETCH(QString, quebra);
+    ReceitaImpressa receita = ComLinhasDeModo(2);
+    receita.Modo = "Mexa a massa." + quebra + "Leve ao forno." + quebra;
+    receita.Observacao = "Rende." + quebra + "Sirva.";
+    const Pagina pagina = Imprimir(receita);
+    const double altura = pagina.Uma("Sirva.").y - pagina.Uma("Rende.").y;
+    QVERIFY(altura > 0);
+    QVERIFY(Perto(pagina.Uma("Leve ao forno.").y, pagina.Uma("Mexa a massa.").y + altura));
+    QVERIFY(Perto(pagina.Uma("Informações Adicionais :").y, pagina.Uma("Leve ao forno.").y + 4.5));
 }
 
 void TesteLayoutReceita::blocoNaoComecaNosUltimosOito()

@@ -35,6 +35,7 @@ ImpressoraAtual Ler(const QPrinterInfo &info)
     if (info.isNull())
         return lida;
     lida.DeviceName = info.printerName();
+    lida.PrintQuality = -3; // what a queue prints with when nothing is asked for
     lida.ColorMode = info.defaultColorMode() == QPrinter::Color ? 2 : 1;
     return lida;
 }

@@ -291,6 +291,10 @@ void frmImpressao::Imprimir()
     m_indice = static_cast<qint16>(cmbImpressora->currentIndex());
     if (m_indice >= 0)
         Tentar([this] { m_atual = m_impressoras.Configuracao(cmbImpressora->currentText()); });
+    if (m_atual.DeviceName.isEmpty()) { // no printer that could take a setting
+        accept();
+        return;
+    }
     // A printer takes a 16-bit count of at least one; any other is a setting it rejects.
     const int copias = NumeroDeCopias();
     if (copias >= 1 && copias <= std::numeric_limits<qint16>::max())

@@ -90,7 +90,7 @@ public:
 
     QStringList nomes{"Cozinha", "Sala"};
     QString padrao = "Cozinha";
-    ImpressoraAtual propria; ///< what a freshly chosen printer reports of itself
+    ImpressoraAtual propria{"", 1, 1, -3, 1}; ///< what a freshly chosen printer reports of itself
     int resolucao = 0;
     mutable QList<ImpressoraAtual> pedidas;
     mutable QStringList documentos;

@@ -394,14 +394,15 @@ void TesteFrmImpressao::semImpressoraConfirmarDaMenosUm()
 {
     m_impressoras->nomes.clear();
     m_atual = ImpressoraAtual();
-    m_atual.PrintQuality = -2;
     Abrir();
     QCOMPARE(Controle<QComboBox>("cmbImpressora")->count(), 0);
     QCOMPARE(Marcadas(), QString("Retrato Baixa Preto e Branco"));
     QCOMPARE(Controle<QLineEdit>("txtCopies")->text(), QString("1"));
+    Marcar("optOtima");
     QTest::mouseClick(Controle<QPushButton>("cmdImprimir"), Qt::LeftButton);
     QVERIFY(!m_dialogo->isVisible());
     QCOMPARE(m_dialogo->Indice(), qint16(-1));
+    QCOMPARE(m_atual, ImpressoraAtual()); // next time the fields show their defaults again
 }
 
 void TesteFrmImpressao::impressoraAtualForaDaListaNaoEscolheNenhuma()

@@ -52,7 +52,7 @@ Barra::Barra(int altura, QWidget *janela)
     for (const Definicao &definicao : kBotoes) {
         const QString nome = definicao.nome;
         QLabel *normal = espelho(nome, "Norm", definicao.lado);
-        Desenhar(normal);
+        PorFigura(normal);
         QLabel *aceso = espelho(nome, "Over", definicao.lado);
         m_acesosPorDesenhar += aceso;
         auto *botao = new BotaoImagem(nome, definicao.dica, normal, aceso, this);
@@ -64,7 +64,7 @@ Barra::Barra(int altura, QWidget *janela)
     }
 }
 
-void Barra::Desenhar(QLabel *imagem) const
+void Barra::PorFigura(QLabel *imagem) const
 {
     imagem->setPixmap(
         Desenho(":/botoes/" + imagem->objectName() + ".svg", imagem->size(), devicePixelRatioF()));
@@ -73,7 +73,7 @@ void Barra::Desenhar(QLabel *imagem) const
 void Barra::DesenharAcesos()
 {
     for (QLabel *imagem : std::exchange(m_acesosPorDesenhar, {}))
-        Desenhar(imagem);
+        PorFigura(imagem);
 }
 
 void Barra::Atualizar(const BotaoImagem *aceso)

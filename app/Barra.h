@@ -23,7 +23,7 @@ public:
     void Atualizar(const BotaoImagem *aceso);
 
 private:
-    void Desenhar(QLabel *imagem) const;
+    void PorFigura(QLabel *imagem) const;
 
     QList<QLabel *> m_acesosPorDesenhar;
     QHash<QString, BotaoImagem *> m_botoes;

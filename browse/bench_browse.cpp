@@ -29,11 +29,17 @@ constexpr const char *kNomes[] = {"Bolo de", "Torta de",  "Sopa de", "Pão de",
 constexpr const char *kCoisas[] = {"fubá",   "milho", "maçã",     "abóbora", "coco", "queijo",
                                    "banana", "limão", "mandioca", "nozes",   "uva"};
 
+/// The windows that are open, by the size of their books.
+std::map<int, std::unique_ptr<Bancada>> &Prontas()
+{
+    static std::map<int, std::unique_ptr<Bancada>> prontas;
+    return prontas;
+}
+
 /// A window over a book of so many invented recipes; always the same ones.
 Bancada &Livraria(int quantas)
 {
-    static std::map<int, std::unique_ptr<Bancada>> prontas;
-    std::unique_ptr<Bancada> &b = prontas[quantas];
+    std::unique_ptr<Bancada> &b = Prontas()[quantas];
     if (b)
         return *b;
     b = std::make_unique<Bancada>();
@@ -172,5 +178,6 @@ int main(int argc, char **argv)
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();
+    Prontas().clear(); // windows must not outlive the application
     return 0;
 }

@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QPalette>
+#include <QProxyStyle>
 #include <QStyleFactory>
 
 namespace
@@ -40,6 +41,9 @@ QPushButton:pressed { background: #bcd0f2; }
 QPushButton:focus { border: 2px solid #2f5fc4; padding: 3px 11px; }
 QPushButton:disabled { color: #8c97b5; background: #e3e9f5; border-color: #b9c6e2; }
 
+QPushButton#lblFechar { padding: 2px 12px; }
+QPushButton#lblFechar:focus { padding: 1px 11px; }
+
 QHeaderView::section { background: qlineargradient(x1:0, y1:0, x2:0, y2:1, stop:0 #f4f8ff, stop:1 #cfddf6);
     color: #14214d; border: 0; border-right: 1px solid #a9bfe6; border-bottom: 1px solid #8aa5da; padding: 3px 5px; }
 
@@ -49,12 +53,46 @@ QProgressBar::chunk { background: qlineargradient(x1:0, y1:0, x2:0, y2:1, stop:0
 
 QToolTip { background: #fffbe8; color: #14214d; border: 1px solid #c9a94b; padding: 2px; }
 )";
+
+/// Message boxes show the program's own drawings, and the buttons of dialogs their text alone.
+class Estilo : public QProxyStyle
+{
+public:
+    Estilo()
+        : QProxyStyle(QStyleFactory::create("Fusion"))
+    {
+    }
+
+    QIcon standardIcon(StandardPixmap qual, const QStyleOption *option, const QWidget *widget) const override
+    {
+        switch (qual) {
+        case SP_MessageBoxInformation:
+            return QIcon(":/avisos/informacao.svg");
+        case SP_MessageBoxWarning:
+            return QIcon(":/avisos/exclamacao.svg");
+        case SP_MessageBoxCritical:
+            return QIcon(":/avisos/parada.svg");
+        case SP_MessageBoxQuestion:
+            return QIcon(":/avisos/pergunta.svg");
+        default:
+            return QProxyStyle::standardIcon(qual, option, widget);
+        }
+    }
+
+    int styleHint(StyleHint qual, const QStyleOption *option, const QWidget *widget,
+                  QStyleHintReturn *dados) const override
+    {
+        if (qual == SH_DialogButtonBox_ButtonsHaveIcons)
+            return 0;
+        return QProxyStyle::styleHint(qual, option, widget, dados);
+    }
+};
 } // namespace
 
 void AplicarAparencia(QApplication &aplicacao)
 {
     // One style everywhere: desktop styles and dark themes would fight with the gradients.
-    QApplication::setStyle(QStyleFactory::create("Fusion"));
+    QApplication::setStyle(new Estilo);
     QPalette cores;
     cores.setColor(QPalette::Window, kPainel);
     cores.setColor(QPalette::WindowText, kTexto);

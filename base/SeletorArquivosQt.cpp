@@ -2,6 +2,13 @@
 
 #include <QFileDialog>
 
+namespace
+{
+// Room for names, sizes and dates side by side.
+constexpr int kLargura = 760;
+constexpr int kAltura = 460;
+} // namespace
+
 QString SeletorArquivosQt::FiltroQt(const QString &filtro)
 {
     const QStringList partes = filtro.split('|');
@@ -15,6 +22,7 @@ QString SeletorArquivosQt::Escolher(const PedidoArquivo &pedido, bool salvar)
 {
     QFileDialog dialogo(m_janela, pedido.titulo, pedido.pastaInicial, FiltroQt(pedido.filtro));
     dialogo.setObjectName("CmmnDlg");
+    dialogo.resize(kLargura, kAltura);
     if (salvar) {
         dialogo.setAcceptMode(QFileDialog::AcceptSave);
         dialogo.setFileMode(QFileDialog::AnyFile);

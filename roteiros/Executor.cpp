@@ -1,5 +1,7 @@
 #include "Executor.h"
 
+#include "Fotografia.h"
+
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QApplication>
@@ -11,9 +13,10 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
-#include <QPainter>
 #include <QPlainTextEdit>
+#include <QProgressBar>
 #include <QTest>
+#include <QTimer>
 #include <QTreeView>
 #include <QWindow>
 
@@ -149,8 +152,10 @@ Resultado Executor::Executar(const Comando &comando, QString &motivo)
         return Escolher(comando, motivo);
     if (verbo == "espere" || verbo == "confira")
         return Conferir(comando, motivo);
-    if (verbo == "foto")
+    if (verbo == "foto" || verbo == "foto-com-dialogos")
         return Fotografar(comando, motivo);
+    if (verbo == "foto-em-andamento")
+        return FotografarEmAndamento(comando, motivo);
     if (verbo == "guarde")
         return Guardar(comando, motivo);
     motivo = "verbo desconhecido";
@@ -351,30 +356,43 @@ Resultado Executor::Conferir(const Comando &comando, QString &motivo)
 
 Resultado Executor::Fotografar(const Comando &comando, QString &motivo)
 {
-    QWidget *alvo =
-        comando.argumentos.size() > 1 ? Controle(comando.Argumento(1)) : QApplication::activeModalWidget();
-    if (!alvo)
+    QWidget *alvo = nullptr;
+    if (comando.argumentos.size() > 1)
+        alvo = Controle(comando.Argumento(1));
+    else if (comando.verbo == "foto")
+        alvo = QApplication::activeModalWidget();
+    if (!alvo && comando.argumentos.size() < 2)
         alvo = JanelaPrincipal();
     if (!alvo || !alvo->isVisible()) {
         motivo = "nada para fotografar";
         return Resultado::AindaNao;
     }
-    QPixmap foto = alvo->grab();
-    // A window cut to its shape shows nothing beside it.
-    if (const QRegion forma = alvo->mask(); !forma.isEmpty()) {
-        QPixmap cortada(foto.size());
-        cortada.setDevicePixelRatio(foto.devicePixelRatio());
-        cortada.fill(Qt::transparent);
-        QPainter painter(&cortada);
-        painter.setClipRegion(forma);
-        painter.drawPixmap(0, 0, foto);
-        painter.end();
-        foto = cortada;
-    }
+    const QPixmap foto = comando.verbo == "foto-com-dialogos" ? RetratoComDialogos(*alvo) : Retrato(*alvo);
     if (foto.save(comando.Argumento(0)))
         return Resultado::Feito;
     motivo = "não consegui gravar a foto";
     return Resultado::Falhou;
+}
+
+// While an operation runs, no command is played: the picture is taken from within its looks at the events.
+Resultado Executor::FotografarEmAndamento(const Comando &comando, QString &motivo)
+{
+    auto *barra = qobject_cast<QProgressBar *>(Controle(comando.Argumento(1)));
+    if (!barra) {
+        motivo = "não é uma barra de progresso";
+        return Resultado::Falhou;
+    }
+    auto *relogio = new QTimer(barra);
+    QObject::connect(relogio, &QTimer::timeout, barra, [relogio, barra, arquivo = comando.Argumento(0)] {
+        if (!barra->isVisible() || 2 * barra->value() < barra->maximum())
+            return;
+        relogio->stop();
+        relogio->deleteLater();
+        if (!Retrato(*barra->window()).save(arquivo))
+            qWarning("roteiro: could not save %s", qPrintable(arquivo));
+    });
+    relogio->start(1);
+    return Resultado::Feito;
 }
 
 Resultado Executor::Guardar(const Comando &comando, QString &motivo)

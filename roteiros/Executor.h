@@ -36,5 +36,6 @@ private:
     Resultado Escolher(const Comando &comando, QString &motivo);
     Resultado Conferir(const Comando &comando, QString &motivo);
     Resultado Fotografar(const Comando &comando, QString &motivo);
+    Resultado FotografarEmAndamento(const Comando &comando, QString &motivo);
     Resultado Guardar(const Comando &comando, QString &motivo);
 };

@@ -1,6 +1,7 @@
 #include "PortasDeTeste.h"
 
 #include "app/AjustarRegiao.h"
+#include "app/Aparencia.h"
 #include "app/Dicas.h"
 #include "app/Gradiente.h"
 #include "app/MensagemNaJanela.h"
@@ -114,6 +115,11 @@ private slots:
         QVERIFY(p->avisos.mostrados[0].startsWith("parada: "));
         QVERIFY(livro.open(QIODevice::ReadOnly));
         QCOMPARE(livro.readAll(), bytes);
+        // The list opens all the same, empty.
+        QTRY_COMPARE(C<Painel>("picLstReceitas")->Altura(), 6540);
+        QVERIFY(!C("picLstReceitas")->isHidden());
+        QCOMPARE(C<QAbstractItemView>("lstVwReceitas")->model()->rowCount(), 0);
+        QCOMPARE(p->avisos.mostrados.size(), 1);
     }
 
     void cadaPedidoTemSeuTitulo_data()
@@ -472,6 +478,47 @@ private slots:
             QCOMPARE(lista->model()->rowCount(), 0);
         }
         QTRY_COMPARE(lista->model()->rowCount(), 1);
+    }
+
+    void aTeclaTabNaoVaiAoQueEstaEncoberto()
+    {
+        Abrir();
+        Clique("imgDetRcta");
+        QTRY_VERIFY(C("txtNome")->hasFocus());
+        QStringList visitados;
+        for (int i = 0; i < 100 && !visitados.contains(p->janela.focusWidget()->objectName()); ++i) {
+            visitados << p->janela.focusWidget()->objectName();
+            QTest::keyClick(p->janela.focusWidget(), Qt::Key_Tab);
+        }
+        QVERIFY(visitados.contains("cmdSalvarRct"));
+        QVERIFY(visitados.contains("imgSaida"));
+        QVERIFY(visitados.contains("lblFechar"));
+        QVERIFY(!visitados.contains("lstVwReceitas")); // the list lies under the editor
+    }
+
+    void nenhumEloDoRodapeAcendeAoAbrir()
+    {
+        QStringList focados;
+        connect(qApp, &QApplication::focusChanged, &p->janela, [&focados](QWidget *, QWidget *agora) {
+            if (agora)
+                focados << agora->objectName();
+        });
+        Abrir();
+        QVERIFY(QTest::qWaitForWindowActive(&p->janela));
+        QTRY_VERIFY(focados.contains("lstVwReceitas"));
+        QVERIFY2(!focados.contains("picTamarel") && !focados.contains("lblUrl"),
+                 qPrintable(focados.join(' ')));
+    }
+
+    void oBotaoVoltarCabeNaBarraDoTitulo()
+    {
+        AplicarAparencia(*qApp);
+        Abrir();
+        const QWidget *lblFechar = C("lblFechar");
+        const int embaixo = C("picTitulo")->height() - lblFechar->geometry().bottom() - 1;
+        QVERIFY(lblFechar->y() >= 2);
+        QVERIFY(embaixo >= 2);
+        QVERIFY(qAbs(lblFechar->y() - embaixo) <= 1);
     }
 
     void todoControleTemNomeAcessivelENenhumaTeclaRepetida()

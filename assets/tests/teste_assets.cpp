@@ -59,6 +59,8 @@ class TesteAssets : public QObject
 
 private slots:
     void initTestCase() { IniciarRecursos(); }
+    void cadaAvisoTemSeuDesenho_data();
+    void cadaAvisoTemSeuDesenho();
     void cadaBotaoTemDoisAspectosDiferentes_data();
     void cadaBotaoTemDoisAspectosDiferentes();
     void botoesNaoSeConfundem();
@@ -68,6 +70,36 @@ private slots:
     void fontesTrazemOsAcentosEALicenca();
     void qtFalaPortugues();
 };
+
+void TesteAssets::cadaAvisoTemSeuDesenho_data()
+{
+    QTest::addColumn<QString>("aviso");
+    QTest::addColumn<QPoint>("onde"); // a place that only the ground colour covers
+    QTest::addColumn<QRgb>("cor");
+    QTest::newRow("informação") << "informacao" << QPoint(12, 24) << qRgb(0x4f, 0x81, 0xdd);
+    QTest::newRow("pergunta") << "pergunta" << QPoint(12, 24) << qRgb(0x4f, 0x81, 0xdd);
+    QTest::newRow("exclamação") << "exclamacao" << QPoint(15, 32) << qRgb(0xf6, 0xb4, 0x3c);
+    QTest::newRow("parada") << "parada" << QPoint(12, 24) << qRgb(0xd7, 0x42, 0x37);
+}
+
+void TesteAssets::cadaAvisoTemSeuDesenho()
+{
+    QFETCH(QString, aviso);
+    QFETCH(QPoint, onde);
+    QFETCH(QRgb, cor);
+    QSvgRenderer desenho(":/avisos/" + aviso + ".svg");
+    QVERIFY(desenho.isValid());
+    QImage imagem(48, 48, QImage::Format_ARGB32);
+    imagem.fill(Qt::transparent);
+    QPainter pintor(&imagem);
+    desenho.render(&pintor);
+    pintor.end();
+    QCOMPARE(qAlpha(imagem.pixel(0, 0)), 0);
+    const QRgb achada = imagem.pixel(onde);
+    QVERIFY2(qAbs(qRed(achada) - qRed(cor)) < 16 && qAbs(qGreen(achada) - qGreen(cor)) < 16 &&
+                 qAbs(qBlue(achada) - qBlue(cor)) < 16,
+             qPrintable(QColor(achada).name()));
+}
 
 void TesteAssets::cadaBotaoTemDoisAspectosDiferentes_data()
 {

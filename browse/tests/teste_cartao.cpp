@@ -226,6 +226,7 @@ private slots:
     {
         Bancada b;
         QLineEdit coberto(b.detalhePainel);
+        coberto.setGeometry(20, 20, 100, 24);
         coberto.show();
         QLineEdit fora(&b.janela);
         fora.show();

@@ -80,6 +80,7 @@ void frmImportacao::CriarControles()
     m_PrgrssBr->setObjectName("PrgrssBr");
     m_PrgrssBr->setAccessibleName("Andamento da importação");
     m_PrgrssBr->setToolTip("Andamento da importação");
+    m_PrgrssBr->setTextVisible(false); // like the main window's; a percentage would lie on the bar's end
     m_PrgrssBr->hide();
 
     m_cmdSalvarIngredientes = new QPushButton("&Importar", this);

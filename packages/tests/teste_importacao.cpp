@@ -462,6 +462,7 @@ void TesteImportacao::progressoCresceAteOMaximo()
 {
     Abrir(PacoteDe(Registro("A") + Registro("B") + Registro("C")));
     auto *barra = m_form->findChild<QProgressBar *>("PrgrssBr");
+    QVERIFY(!barra->isTextVisible());
     QList<int> valores;
     connect(barra, &QProgressBar::valueChanged, this, [&](int valor) { valores += valor; });
     bool visivel = false;

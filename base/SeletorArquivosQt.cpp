@@ -1,12 +1,25 @@
 #include "base/SeletorArquivosQt.h"
 
 #include <QFileDialog>
+#include <QHeaderView>
+#include <QTreeView>
 
 namespace
 {
 // Room for names, sizes and dates side by side.
 constexpr int kLargura = 760;
 constexpr int kAltura = 460;
+constexpr int kColunas[] = {250, 85, 120, 165}; // name, size, kind, date
+
+// A desktop's own file dialog has no such list and stays as it is.
+void AlargarColunas(QFileDialog &dialogo)
+{
+    const auto *lista = dialogo.findChild<QTreeView *>("treeView");
+    if (!lista)
+        return;
+    for (int coluna = 0; coluna < static_cast<int>(std::size(kColunas)); ++coluna)
+        lista->header()->resizeSection(coluna, kColunas[coluna]);
+}
 } // namespace
 
 QString SeletorArquivosQt::FiltroQt(const QString &filtro)
@@ -39,6 +52,7 @@ QString SeletorArquivosQt::Escolher(const PedidoArquivo &pedido, bool salvar)
     }
     if (!pedido.nome.isEmpty())
         dialogo.selectFile(pedido.nome);
+    AlargarColunas(dialogo);
     if (dialogo.exec() != QDialog::Accepted)
         return {};
     return dialogo.selectedFiles().value(0);

@@ -7,14 +7,18 @@
 #include "base/Protegido.h"
 #include "base/SeletorArquivosQt.h"
 
+#include <QApplication>
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QHeaderView>
 #include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+#include <QTreeView>
 
 namespace
 {
@@ -281,6 +285,40 @@ private slots:
     {
         QCOMPARE(SeletorArquivosQt::FiltroQt("Arquivos de Imagens|*.bmp;*.jpg;*.gif;*.img"),
                  QString("Arquivos de Imagens (*.bmp *.jpg *.gif *.img)"));
+    }
+
+    void oDialogoDeArquivosMostraSuasColunasInteiras()
+    {
+        QTemporaryDir pasta;
+        QFile arquivo(pasta.filePath("bolo.jpg"));
+        QVERIFY(arquivo.open(QIODevice::WriteOnly));
+        QVERIFY(arquivo.resize(123456));
+        arquivo.close();
+        int colunas = 0;
+        QStringList cortadas;
+        QTimer::singleShot(0, this, [&] {
+            auto *dialogo = QApplication::activeModalWidget();
+            auto *lista = dialogo->findChild<QTreeView *>("treeView");
+            QTRY_VERIFY(lista->model()->rowCount(lista->rootIndex()) > 0);
+            for (int coluna = 0; coluna < lista->header()->count(); ++coluna, ++colunas) {
+                const QString titulo = lista->model()->headerData(coluna, Qt::Horizontal).toString();
+                if (lista->sizeHintForIndex(lista->model()->index(0, coluna, lista->rootIndex())).width() >
+                    lista->columnWidth(coluna))
+                    cortadas << titulo;
+            }
+            const int fim = lista->header()->sectionViewportPosition(3) + lista->header()->sectionSize(3);
+            if (fim > lista->viewport()->width())
+                cortadas << "a largura da lista";
+            dialogo->close();
+        });
+        SeletorArquivosQt seletor;
+        PedidoArquivo pedido;
+        pedido.titulo = "Selecione a Imagem ";
+        pedido.filtro = "Arquivos de Imagens|*.bmp;*.jpg;*.gif;*.img";
+        pedido.pastaInicial = pasta.path();
+        seletor.EscolherParaAbrir(pedido);
+        QCOMPARE(colunas, 4);
+        QVERIFY2(cortadas.isEmpty(), qPrintable(cortadas.join(", ")));
     }
 
     void oBotaoTrocaDeFiguraEObedeceAoTeclado()

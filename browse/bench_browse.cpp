@@ -1,7 +1,9 @@
 // What browsing costs, beside the bare engine call for the same rows in the same run. Each row of the table
-// gives our time, the bare time (counter `nu_ms`) and how many times as long ours is (counter `razao`).
+// gives our time and the bare time in processor time (counters `nosso_ms` and `nu_ms`), and how many times as
+// long ours is (counter `razao`).
 
 #include "base/Ordem.h"
+#include "bench/Comparar.h"
 #include "browse/LinhasLista.h"
 #include "browse/ModeloLista.h"
 #include "browse/tests/Apoio.h"
@@ -15,15 +17,12 @@
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
 
-#include <chrono>
 #include <map>
 #include <memory>
 #include <string_view>
 
 namespace
 {
-using Relogio = std::chrono::steady_clock;
-
 constexpr const char *kNomes[] = {"Bolo de", "Torta de",  "Sopa de", "Pão de",
                                   "Doce de", "Salada de", "Pudim de"};
 constexpr const char *kCoisas[] = {"fubá",   "milho", "maçã",     "abóbora", "coco", "queijo",
@@ -93,25 +92,17 @@ int Nu(const Bancada &b, const QByteArray &resto)
     return linhas;
 }
 
+/// Ours with everything painted; processor time, medians of turns.
 template <class Nosso, class Deles>
 void Comparar(benchmark::State &estado, Nosso nosso, Deles deles)
 {
-    double nossa = 0;
-    double dela = 0;
-    deles(); // both find the file in the cache
-    for ([[maybe_unused]] auto _ : estado) {
-        const auto t0 = Relogio::now();
-        nosso();
-        QApplication::processEvents();
-        const auto t1 = Relogio::now();
-        deles();
-        const auto t2 = Relogio::now();
-        estado.SetIterationTime(std::chrono::duration<double>(t1 - t0).count());
-        nossa += std::chrono::duration<double>(t1 - t0).count();
-        dela += std::chrono::duration<double>(t2 - t1).count();
-    }
-    estado.counters["nu_ms"] = 1000 * dela / static_cast<double>(estado.iterations());
-    estado.counters["razao"] = nossa / dela;
+    Comparar(
+        estado, Contagem::Processador,
+        [&nosso] {
+            nosso();
+            QApplication::processEvents();
+        },
+        deles);
 }
 
 void PreencherLista(benchmark::State &estado)

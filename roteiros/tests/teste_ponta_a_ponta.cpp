@@ -73,6 +73,17 @@ QString Reencontrar(const ReceitaExemplo &receita)
       << "espere visivel lstVwReceitas";
     return r.join('\n') + '\n';
 }
+
+/// Starts the program without waiting for its end, playing the script of that file.
+void IniciarAoLado(QProcess &processo, const Programa &programa, const QString &roteiro)
+{
+    programa.Preparar(processo);
+    QProcessEnvironment ambiente = processo.processEnvironment();
+    ambiente.insert("QT_QPA_GENERIC_PLUGINS", "roteiro:" + roteiro);
+    ambiente.insert("QT_PLUGIN_PATH", CAMINHO_PLUGIN);
+    processo.setProcessEnvironment(ambiente);
+    processo.start(programa.Pasta("cozinhario"), QStringList());
+}
 } // namespace
 
 class TestePontaAPonta : public QObject
@@ -202,12 +213,7 @@ private slots:
                       " lblTitulo\nespere linhas lstVwReceitas 1\nclique imgSaida\n");
         roteiro.close();
         QProcess primeira;
-        programa.Preparar(primeira);
-        QProcessEnvironment ambiente = primeira.processEnvironment();
-        ambiente.insert("QT_QPA_GENERIC_PLUGINS", "roteiro:" + roteiro.fileName());
-        ambiente.insert("QT_PLUGIN_PATH", CAMINHO_PLUGIN);
-        primeira.setProcessEnvironment(ambiente);
-        primeira.start(programa.Pasta("cozinhario"), QStringList());
+        IniciarAoLado(primeira, programa, roteiro.fileName());
         QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(programa.Pasta("pronta")), 30'000);
 
         QVERIFY2(programa.Tocar(
@@ -215,6 +221,33 @@ private slots:
                      "\"Importação de Pacote do Cozinhario 2005 Realizada com Sucesso!\"\nresponda OK\n",
                      {origem.Pasta("PacoteReceita.lr$")}) == 0,
                  qPrintable(programa.Erro()));
+        QVERIFY(primeira.waitForFinished(40'000));
+        QCOMPARE(primeira.exitCode(), 0);
+    }
+
+    // Started once more, with no package: the running copy shows what the book holds by now.
+    void iniciarDeNovoRecarregaAListaDaPrimeiraCopia()
+    {
+        Programa programa;
+        const int quantas = LeitorExemplos::LerPasta(kExemplos + "/receitas").size();
+        QFile roteiro(programa.Pasta("primeira.roteiro"));
+        QVERIFY(roteiro.open(QIODevice::WriteOnly));
+        roteiro.write(QString("espere linhas lstVwReceitas 0\nespere altura picLstReceitas 6540\nguarde %1 "
+                              "lblTitulo\nespere linhas lstVwReceitas %2\nclique imgSaida\n")
+                          .arg(Palavra(programa.Pasta("pronta")))
+                          .arg(quantas)
+                          .toUtf8());
+        roteiro.close();
+        QProcess primeira;
+        IniciarAoLado(primeira, programa, roteiro.fileName());
+        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(programa.Pasta("pronta")), 30'000);
+
+        QCOMPARE(QProcess::execute(CAMINHO_ENCHER, {programa.Pasta(), kExemplos}), 0);
+        QProcess segunda;
+        programa.Preparar(segunda);
+        segunda.start(programa.Pasta("cozinhario"), QStringList());
+        QVERIFY(segunda.waitForFinished(40'000));
+        QCOMPARE(segunda.exitCode(), 0);
         QVERIFY(primeira.waitForFinished(40'000));
         QCOMPARE(primeira.exitCode(), 0);
     }

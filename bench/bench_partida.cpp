@@ -144,8 +144,8 @@ void Medir(QJsonArray &tabela, const QString &programas, int receitas, int vezes
     Acrescentar(tabela, "PrimeiraPintura" + livro, rodadas.Mediana(Pintura, "pintura_ns"), nua, "ms");
     Acrescentar(tabela, "PrimeiraPinturaProcessador" + livro, rodadas.Mediana(Pintura, "pintura_cpu_ns"),
                 rodadas.Mediana(Nua, "pintura_cpu_ns"), "ms");
-    Acrescentar(tabela, "PrimeiraPinturaComESemNovidades" + livro, rodadas.Mediana(Pintura, "pintura_ns"),
-                rodadas.Mediana(PinturaSemNovidades, "pintura_ns"), "ms");
+    Acrescentar(tabela, "PrimeiraPinturaComESemNovidades" + livro, rodadas.Mediana(Pintura, "pintura_cpu_ns"),
+                rodadas.Mediana(PinturaSemNovidades, "pintura_cpu_ns"), "ms");
     Acrescentar(tabela, "ListaAberta" + livro, rodadas.Mediana(Lista, "lista_ns"), lista0, "ms");
     Acrescentar(tabela, "ListaAbertaComESemNovidades" + livro, rodadas.Mediana(Lista, "lista_ns"),
                 rodadas.Mediana(ListaSemNovidades, "lista_ns"), "ms");

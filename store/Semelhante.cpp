@@ -119,6 +119,19 @@ bool Semelhante::Casa(std::string_view texto) const
                 return true;
             continue;
         }
+        if (haVarias && p == pecaDepois && p < m_pecas.size() && m_pecas[p].tipo == Tipo::Letra) {
+            // Behind a % most of a text is only looked through for the next letter: plain ASCII, which folds
+            // to itself, is skipped byte by byte.
+            const auto outroAscii = [&](char byte) {
+                const auto c = static_cast<unsigned char>(byte);
+                return c < 0x80 && SemCaixa(c) != m_pecas[p].letra;
+            };
+            while (i < texto.size() && outroAscii(texto[i]))
+                ++i;
+            textoDepois = i;
+            if (i == texto.size())
+                return false;
+        }
         std::size_t seguinte = i;
         const char32_t c = SemCaixa(Ler(texto, seguinte));
         if (p < m_pecas.size() && Aceita(m_pecas[p], c)) {

@@ -46,7 +46,6 @@ int main(int argc, char *argv[])
 {
     QApplication aplicacao(argc, argv);
     QApplication::setApplicationName("cozinhario");
-    QApplication::setApplicationDisplayName("Cozinhario 2005");
     QApplication::setDesktopFileName("cozinhario");
     // The end of the program is always asked for; closing the import dialog is not it.
     QApplication::setQuitOnLastWindowClosed(false);

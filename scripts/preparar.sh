@@ -2,7 +2,7 @@
 
 PACOTES_PROGRAMA=(
     g++ cmake ninja-build pkg-config ccache
-    qt6-base-dev libqt6svg6-dev qt6-qpa-plugins qt6-translations-l10n libgl1-mesa-dev
+    qt6-base-dev qt6-svg-dev qt6-qpa-plugins qt6-translations-l10n libgl1-mesa-dev
     libcups2-dev libsqlite3-dev zlib1g-dev libxml2-dev
     fonts-dejavu-core
 )

@@ -48,7 +48,8 @@ Fundo::Fundo(Abridor &abridor, const QString &site, QWidget *janela)
     setObjectName("picFundo");
     setAttribute(Qt::WA_StyledBackground);
 
-    auto *rodape = new QWidget(this);
+    auto *rodape = m_rodape = new QWidget(this);
+    rodape->hide();
     rodape->setObjectName("picRodape");
     rodape->setGeometry(0, TwipsParaPixels(kTopoDoRodape), TwipsParaPixels(9600),
                         TwipsParaPixels(8100 - kTopoDoRodape));

@@ -27,12 +27,16 @@ public:
 
     AreaDaDica Area() const { return m_area; }
     QLabel *lblEntrada() const { return m_lblEntrada; }
+    /// Shows the footer, which is hidden at first: its texts need the fonts, and the window's first paint
+    /// does not wait for those.
+    void MostrarRodape() { m_rodape->show(); }
 
 private:
     QWidget *CriarElo(class QAbstractButton *elo, const QString &nome, const QString &endereco);
 
     Abridor &m_abridor;
     AreaDaDica m_area;
+    QWidget *m_rodape;
     QLabel *m_lblEntrada;
 };
 

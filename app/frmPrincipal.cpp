@@ -91,6 +91,8 @@ void frmPrincipal::Completar()
     if (m_montagem != Montagem::Moldura)
         return;
     m_montagem = Montagem::EmAndamento;
+    InstalarFontes();
+    m_fundo->MostrarRodape();
     setWindowIcon(QIcon(":/cozinhario.svg"));
     m_barra->DesenharAcesos();
     CriarPaineis();

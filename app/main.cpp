@@ -32,6 +32,7 @@ namespace
 /// Imports the package named on the command line. False: the program ends here.
 bool ImportarPacote(const Banco &banco, const Figuras &figuras, Avisos &avisos, const QString &pacote)
 {
+    InstalarFontes();
     bool segue = false;
     Proteger(avisos, [&] {
         RelogioDoSistema relogio;
@@ -54,7 +55,6 @@ int main(int argc, char *argv[])
     QTranslator traducao;
     if (traducao.load(":/traducoes/qtbase_pt_BR.qm"))
         QApplication::installTranslator(&traducao);
-    InstalarFontes();
     AplicarAparencia(aplicacao);
     Separadores::Definir(Separadores::De(QLocale::system()));
 

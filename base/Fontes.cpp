@@ -2,8 +2,13 @@
 
 #include <QFontDatabase>
 
+#include <utility>
+
 void InstalarFontes()
 {
+    static bool instaladas = false;
+    if (std::exchange(instaladas, true))
+        return;
     // In a build without the resources (tests of single controls) the machine's own font of that name serves.
     QFontDatabase::addApplicationFont(":/fontes/DejaVuSans.ttf");
     QFontDatabase::addApplicationFont(":/fontes/DejaVuSans-Bold.ttf");

@@ -80,6 +80,7 @@ frmPrincipal::frmPrincipal(const Banco &banco, const Figuras &figuras, const Por
     MostrarDica(0, m_fundo->Area(), portas.sorteio, portas.site, SiteDoDistribuidor());
     m_fundo->lblEntrada()->setText("Cozinhario 2005");
     CriarTitulo();
+    LigarBotoes();
     setFixedSize(TwipsParaPixels(kLargura), TwipsParaPixels(kAltura));
     setFocus(); // else the first activation would light up the first link of the footer
 }
@@ -97,7 +98,6 @@ void frmPrincipal::Completar()
     m_barra->DesenharAcesos();
     CriarPaineis();
     CriarOperacoes();
-    LigarBotoes();
     LigarPaineis();
     Vigiar();
     ConcluirRestauracao(); // before anything reads the book
@@ -174,7 +174,12 @@ void frmPrincipal::CriarOperacoes()
 void frmPrincipal::LigarBotoes()
 {
     const auto ligar = [this](const char *nome, auto operacao) {
-        connect(m_barra->Botao(nome), &QAbstractButton::clicked, this, Protegido(m_portas.avisos, operacao));
+        // A click that comes before the panels are made has them made first.
+        connect(m_barra->Botao(nome), &QAbstractButton::clicked, this,
+                Protegido(m_portas.avisos, [this, operacao] {
+                    Completar();
+                    operacao();
+                }));
     };
     ligar("imgLstRcta", [this] { m_lista->imgLstRcta_Click(); });
     ligar("imgDetRcta", [this] { NovaReceita(); });

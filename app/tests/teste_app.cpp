@@ -151,6 +151,15 @@ private slots:
         QVERIFY(!C("picTitulo")->isHidden());
     }
 
+    void umCliqueAntesDeOsPaineisExistiremNaoSePerde()
+    {
+        p = std::make_unique<ProgramaDeTeste>(false);
+        QVERIFY(!p->janela.findChild<QWidget *>("picPesReceita"));
+        C<BotaoImagem>("imgPesRcta")->click();
+        QVERIFY(!C("picPesReceita")->isHidden());
+        QCOMPARE(Titulo(), QString(" Pesquisa de Receitas "));
+    }
+
     void umPedidoDesconhecidoNaoFazNada()
     {
         p->janela.AbrirTela("OutraTela");

@@ -7,6 +7,7 @@
 #include "app/ReceitaParaEmail.h"
 #include "app/TelasDaJanela.h"
 #include "backup/modBackup.h"
+#include "base/AtalhoImediato.h"
 #include "base/BotaoImagem.h"
 #include "base/EventosPendentes.h"
 #include "base/Foco.h"
@@ -81,6 +82,7 @@ frmPrincipal::frmPrincipal(const Banco &banco, const Figuras &figuras, const Por
     m_fundo->lblEntrada()->setText("Cozinhario 2005");
     CriarTitulo();
     LigarBotoes();
+    qApp->installEventFilter(new AtalhoImediato(this));
     setFixedSize(TwipsParaPixels(kLargura), TwipsParaPixels(kAltura));
     setFocus(); // else the first activation would light up the first link of the footer
 }

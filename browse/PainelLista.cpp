@@ -19,6 +19,8 @@
 #include "store/ErroBanco.h"
 
 #include <QHeaderView>
+#include <QIcon>
+#include <QLabel>
 #include <QMenu>
 #include <QPointer>
 #include <QScopedValueRollback>
@@ -43,6 +45,7 @@ PainelLista::PainelLista(const PortasLista &portas, QWidget *parent)
     setMouseTracking(true);
     setFocusProxy(m_lstVwReceitas);
     DefinirLugar(0, 0, 9330, 6540);
+    CriarImagens();
     MostrarOrdem();
 
     const auto ligar = [this](auto sinal, auto metodo) {
@@ -55,6 +58,15 @@ PainelLista::PainelLista(const PortasLista &portas, QWidget *parent)
     connect(m_lstVwReceitas, &ListaReceitas::sobrevoada, this, [this] { m_portas.telas.RestaurarBotoes(); });
     connect(m_lstVwReceitas->header(), &QHeaderView::sectionClicked, this, &PainelLista::OrdenarPor);
     LigarMenu();
+}
+
+// The list's small icons: image 1 marks a recipe that has a picture.
+void PainelLista::CriarImagens()
+{
+    auto *ImgLst = new QLabel(this);
+    ImgLst->setObjectName("ImgLst");
+    ImgLst->setPixmap(QIcon(":/marcador_foto.svg").pixmap(16, 16));
+    ImgLst->hide();
 }
 
 void PainelLista::LigarMenu()

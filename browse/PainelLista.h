@@ -72,6 +72,7 @@ private:
     void ExcluirVarias(const QList<qint64> &receitas);
     void ExcluirPeloMenu(qint64 lngReceita);
     void AbrirMenu(const QPoint &global);
+    void CriarImagens();
     void LigarMenu();
 
     PortasLista m_portas;

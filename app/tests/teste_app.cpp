@@ -160,6 +160,15 @@ private slots:
         QCOMPARE(Titulo(), QString(" Pesquisa de Receitas "));
     }
 
+    void asTeclasDeAcessoAgemNaHora()
+    {
+        Abrir();
+        p->janela.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&p->janela));
+        QTest::keyClick(p->janela.windowHandle(), Qt::Key_V, Qt::AltModifier);
+        QVERIFY(C("picTitulo")->isHidden()); // "&Voltar" closed the list before the key came back
+    }
+
     void umPedidoDesconhecidoNaoFazNada()
     {
         p->janela.AbrirTela("OutraTela");

@@ -36,7 +36,6 @@ public:
     void RestaurarBotoes() override { m_restaurarBotoes(); }
     int AlturaDeTrabalho() const override;
 
-    const HistoricoTelas &Historico() const { return m_historico; }
     /// Hides the three views and the title bar and forgets the history (after a restore).
     void EsconderTudo();
 

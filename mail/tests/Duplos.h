@@ -3,31 +3,9 @@
 #include "base/Abridor.h"
 #include "base/Avisos.h"
 #include "base/Telas.h"
+#include "base/tests/LimiteDeArquivo.h"
 
 #include <QStringList>
-
-#include <csignal>
-
-#include <sys/resource.h>
-
-/// While it lives no file grows beyond so many bytes: a full disk.
-class LimiteDeArquivo
-{
-public:
-    explicit LimiteDeArquivo(rlim_t bytes)
-    {
-        std::signal(SIGXFSZ, SIG_IGN);
-        getrlimit(RLIMIT_FSIZE, &m_antes);
-        const rlimit pouco = {bytes, m_antes.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &pouco);
-    }
-    ~LimiteDeArquivo() { setrlimit(RLIMIT_FSIZE, &m_antes); }
-    LimiteDeArquivo(const LimiteDeArquivo &) = delete;
-    LimiteDeArquivo &operator=(const LimiteDeArquivo &) = delete;
-
-private:
-    rlimit m_antes = {};
-};
 
 /// Remembers what the user would have been told.
 class AvisosDeTeste : public Avisos

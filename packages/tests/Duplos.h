@@ -5,6 +5,7 @@
 #include "base/PainelMensagem.h"
 #include "base/Relogio.h"
 #include "base/Telas.h"
+#include "base/tests/LimiteDeArquivo.h"
 #include "packages/Exportacao.h"
 #include "store/Banco.h"
 #include "store/Figuras.h"
@@ -14,10 +15,7 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
-#include <csignal>
 #include <functional>
-
-#include <sys/resource.h>
 
 /// Stand-ins for what lies outside, shared by the tests of this folder.
 
@@ -37,25 +35,6 @@ inline QByteArray Dourado(const QString &nome)
 {
     return LerArquivo(QString(PASTA_FONTES "/tests/data/") + nome);
 }
-
-/// While it lives no file grows beyond so many bytes: a full disk.
-class LimiteDeArquivo
-{
-public:
-    explicit LimiteDeArquivo(rlim_t bytes)
-    {
-        std::signal(SIGXFSZ, SIG_IGN);
-        getrlimit(RLIMIT_FSIZE, &m_antes);
-        const rlimit pouco = {bytes, m_antes.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &pouco);
-    }
-    ~LimiteDeArquivo() { setrlimit(RLIMIT_FSIZE, &m_antes); }
-    LimiteDeArquivo(const LimiteDeArquivo &) = delete;
-    LimiteDeArquivo &operator=(const LimiteDeArquivo &) = delete;
-
-private:
-    rlimit m_antes = {};
-};
 
 /// An empty book in a folder of its own.
 struct Livro {

@@ -1,0 +1,128 @@
+#include "base/Disco.h"
+
+#include "base/ArquivoSeguro.h"
+
+#include <QFileInfo>
+
+#include <cerrno>
+#include <csignal>
+#include <filesystem>
+
+#include <fcntl.h>
+#include <stdio.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace
+{
+constexpr qint64 kBloco = 1024 * 1024;
+
+/// What a file system answers that knows no such call; any other failure is a failure.
+bool NaoSeAplica(int codigo)
+{
+    return codigo == EINVAL || codigo == ENOSYS || codigo == EOPNOTSUPP;
+}
+
+int Fsync(int arquivo)
+{
+    int rc = 0;
+    do
+        rc = ::fsync(arquivo);
+    while (rc != 0 && errno == EINTR);
+    return rc;
+}
+} // namespace
+
+Disco::ErroArquivo::ErroArquivo(const QString &caminho, int codigo)
+    : Erro("Não foi possível gravar o arquivo:\r\n" + caminho +
+               "\r\n\r\nVerifique o espaço em disco e a permissão de escrita na pasta.",
+           codigo ? qt_error_string(codigo) : QString())
+    , m_codigo(codigo)
+{
+}
+
+void Disco::SuportarLimiteDeTamanho()
+{
+    std::signal(SIGXFSZ, SIG_IGN);
+}
+
+void Disco::IniciarGravacao(QFile &arquivo)
+{
+    sync_file_range(arquivo.handle(), 0, 0, SYNC_FILE_RANGE_WRITE); // a hint: failures show at Sincronizar()
+}
+
+bool Disco::Sincronizar(QFile &arquivo)
+{
+    if (!arquivo.flush())
+        return false;
+    return Fsync(arquivo.handle()) == 0 || NaoSeAplica(errno);
+}
+
+void Disco::SincronizarPasta(const QString &pasta)
+{
+    const int fd = ::open(QFile::encodeName(pasta).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (fd < 0)
+        return; // a folder that may be written but not read
+    Fsync(fd);
+    ::close(fd);
+}
+
+bool Disco::CopiarResto(QFile &origem, QFile &destino)
+{
+    while (!origem.atEnd()) {
+        const QByteArray bloco = origem.read(kBloco);
+        if (bloco.isEmpty() || destino.write(bloco) != bloco.size())
+            return false;
+    }
+    return origem.error() == QFileDevice::NoError;
+}
+
+bool Disco::RenomearSobre(const QString &origem, const QString &destino, bool seguirLink)
+{
+    QString alvo = destino;
+    if (seguirLink && QFileInfo(destino).isSymLink() && QFileInfo::exists(destino))
+        alvo = QFileInfo(destino).canonicalFilePath();
+    if (::rename(QFile::encodeName(origem).constData(), QFile::encodeName(alvo).constData()) == 0)
+        return true;
+    if (errno != EXDEV || !QFileInfo(origem).isFile())
+        return false;
+    QFile lida(origem);
+    try {
+        ArquivoSeguro nova(alvo);
+        nova.Abrir();
+        if (!lida.open(QIODevice::ReadOnly) || !CopiarResto(lida, nova.Arquivo()))
+            return false;
+        nova.Confirmar();
+    } catch (const ErroArquivo &) {
+        return false;
+    }
+    return lida.remove();
+}
+
+bool Disco::FazerPasta(const QString &pasta)
+{
+    ::mkdir(QFile::encodeName(pasta).constData(), 0777); // usually it is there
+    return EPasta(pasta);
+}
+
+bool Disco::EPasta(const QString &caminho)
+{
+    struct stat dados = {};
+    return ::lstat(QFile::encodeName(caminho).constData(), &dados) == 0 && S_ISDIR(dados.st_mode);
+}
+
+bool Disco::RemoverArvore(const QString &pasta)
+{
+    std::error_code erro;
+    std::filesystem::remove_all(QFile::encodeName(pasta).toStdString(), erro);
+    return !erro;
+}
+
+bool Disco::MesmoArquivo(const QString &a, const QString &b)
+{
+    struct stat um = {};
+    struct stat outro = {};
+    return ::stat(QFile::encodeName(a).constData(), &um) == 0 &&
+           ::stat(QFile::encodeName(b).constData(), &outro) == 0 && um.st_dev == outro.st_dev &&
+           um.st_ino == outro.st_ino;
+}

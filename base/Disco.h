@@ -1,0 +1,54 @@
+#pragma once
+
+#include "base/Erro.h"
+
+#include <QFile>
+#include <QString>
+
+/**
+ * The file system as it really is, beneath what Qt shows of it: what is on the disk and what is not yet,
+ * whose a file is, what a link is. Paths are native. The calls of the operating system that these need are
+ * made in Disco.cpp, ArquivoSeguro.cpp and ArquivoDeTrabalho.cpp and nowhere else.
+ */
+namespace Disco
+{
+/// A file that could not be written.
+class ErroArquivo : public Erro
+{
+public:
+    /// @param codigo errno
+    ErroArquivo(const QString &caminho, int codigo);
+    int Codigo() const { return m_codigo; }
+
+private:
+    int m_codigo;
+};
+
+/// A file that grows beyond the limit of its user fails with an error, like any other; it does not end the
+/// program. Once, at the start.
+void SuportarLimiteDeTamanho();
+
+/// Starts sending what was written so far to the disk and does not wait, so that the final Sincronizar() is
+/// short.
+void IniciarGravacao(QFile &arquivo);
+/// Waits until the file's bytes are on the disk; false, with errno, when they are not. Where a file cannot be
+/// waited for (some drives of a network) that is no failure.
+bool Sincronizar(QFile &arquivo);
+/// Waits until the folder's entries (new names, renames) are on the disk. What was renamed is in its place
+/// whatever this says, so a failure is none of the caller's.
+void SincronizarPasta(const QString &pasta);
+/// Copies the rest of `origem` from its position to the position of `destino`.
+bool CopiarResto(QFile &origem, QFile &destino);
+/// Puts one file or folder in the place of another. Between file systems a file is copied beside its target
+/// first. A target that is a link is replaced itself, unless `seguirLink`.
+bool RenomearSobre(const QString &origem, const QString &destino, bool seguirLink = false);
+
+/// Makes a folder, unless it is there; false when there is none afterwards, or a link in its place.
+bool FazerPasta(const QString &pasta);
+/// Whether it is a folder itself, not a link to one.
+bool EPasta(const QString &caminho);
+/// Removes a folder with all that is in it; of links only the links, `pasta` included. True when it is gone.
+bool RemoverArvore(const QString &pasta);
+/// Whether two names lead to one file.
+bool MesmoArquivo(const QString &a, const QString &b);
+} // namespace Disco

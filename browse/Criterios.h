@@ -1,19 +1,15 @@
 #pragma once
 
+#include "base/Erro.h"
 #include "store/Comandos.h"
 
 #include <QString>
 
-#include <stdexcept>
-
 /// A criterion of the search that cannot be used; its text is fit for the user.
-class ErroCriterio : public std::runtime_error
+class ErroCriterio : public Erro
 {
 public:
-    explicit ErroCriterio(const QString &mensagem)
-        : std::runtime_error(mensagem.toStdString())
-    {
-    }
+    using Erro::Erro;
 };
 
 /// Whether no criterion is filled. Blanks count as empty in the text fields, but not in the combo boxes.

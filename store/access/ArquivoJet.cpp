@@ -32,10 +32,10 @@ QByteArray ArquivoJet::LerDoArquivo(qint64 lugar, qint64 tamanho) const
 {
     QByteArray bytes(tamanho, Qt::Uninitialized);
     if (!m_arquivo.seek(lugar))
-        throw Erro("O arquivo não pôde ser lido: " + m_arquivo.errorString());
+        throw ErroAccess("O arquivo não pôde ser lido: " + m_arquivo.errorString());
     const qint64 lidos = m_arquivo.read(bytes.data(), tamanho);
     if (lidos < 0)
-        throw Erro("O arquivo não pôde ser lido: " + m_arquivo.errorString());
+        throw ErroAccess("O arquivo não pôde ser lido: " + m_arquivo.errorString());
     if (lidos < tamanho)
         Danificado("faltam bytes no fim");
     return bytes;
@@ -52,10 +52,10 @@ void ArquivoJet::LerCabecalho()
     const Trecho cabecalho{bytes};
     const QByteArrayView assinatura = cabecalho.Parte(0, kJet.size()).Bytes();
     if (assinatura != kJet && assinatura != kAce)
-        throw Erro("O arquivo não é um banco de dados do Access.");
+        throw ErroAccess("O arquivo não é um banco de dados do Access.");
     const quint8 versao = cabecalho.U8(kVersao);
     if (assinatura == kAce || versao > 1)
-        throw Erro("O arquivo é de uma versão do Access mais nova do que a 2003. "
+        throw ErroAccess("O arquivo é de uma versão do Access mais nova do que a 2003. "
                    "Só são lidos arquivos do Access 97, 2000, 2002 e 2003.");
     m_formato = versao == 0 ? &kJet3 : &kJet4;
 
@@ -71,11 +71,11 @@ void ArquivoJet::LerCabecalho()
     m_chave = campos.U32(kChave);
     const quint16 paginaDeCodigo = campos.U16(kPaginaDeCodigo);
     if (m_formato->jet == 3 && paginaDeCodigo != 1252)
-        throw Erro(QString("O arquivo usa a página de código %1; só a 1252 é lida.").arg(paginaDeCodigo));
+        throw ErroAccess(QString("O arquivo usa a página de código %1; só a 1252 é lida.").arg(paginaDeCodigo));
 
     // The catalogue's definition stands on page 2 of every file, so it tells whether the key fits.
     if (m_chave != 0 && static_cast<quint8>(Pagina(2)[0]) != static_cast<quint8>(TipoDePagina::Definicao))
-        throw Erro("O arquivo está codificado (protegido) de um modo que não pode ser lido. "
+        throw ErroAccess("O arquivo está codificado (protegido) de um modo que não pode ser lido. "
                    "Retire a codificação no Access e tente de novo.");
 }
 

@@ -17,7 +17,7 @@ enum class TipoDePagina : quint8 { Dados = 1, Definicao = 2, Mapa = 5 };
  * An Access database file as numbered pages. Page 0, the header, is looked at here: format, code page and the
  * key of encoded pages. A password does not hide the pages and is not asked for.
  *
- * Damage, an unknown version, and a file that is no Access database throw Erro.
+ * Damage, an unknown version, and a file that is no Access database throw ErroAccess.
  */
 class ArquivoJet
 {

@@ -37,11 +37,11 @@ qint64 Resolver(const Achado &achado)
     if (achado.vezes > 1)
         Danificado("há duas tabelas " + achado.nome);
     if (achado.vezes == 0 && achado.vinculada)
-        throw Erro(QString("A tabela %1 é vinculada: os dados dela estão em outro arquivo. "
+        throw ErroAccess(QString("A tabela %1 é vinculada: os dados dela estão em outro arquivo. "
                            "Traga o arquivo que contém as receitas.")
                        .arg(achado.nome));
     if (achado.vezes == 0)
-        throw Erro(QString("O arquivo não contém a tabela %1.").arg(achado.nome));
+        throw ErroAccess(QString("O arquivo não contém a tabela %1.").arg(achado.nome));
     return achado.pagina;
 }
 } // namespace

@@ -13,6 +13,6 @@ struct Catalogo {
 };
 
 /// Finds the two tables by name without regard to case. One that is missing, that is there twice, or whose
-/// rows lie in another file throws Erro.
+/// rows lie in another file throws ErroAccess.
 Catalogo LerCatalogo(const ArquivoJet &arquivo);
 } // namespace Access

@@ -81,7 +81,7 @@ void ConversorAccess::operator()(const QString &caminho) const
             return; // another copy of the program was quicker
         const LivroAccess livro = LerLivroAccess(tranca.Arquivo());
         mensagem = MensagemAoConverter(livro, Trocar(tranca.Arquivo().fileName(), livro, tranca));
-    } catch (const Access::Erro &erro) {
+    } catch (const Access::ErroAccess &erro) {
         Recusar(caminho, erro.Mensagem());
     } catch (const ErroBanco &erro) {
         Recusar(caminho, erro.Mensagem());

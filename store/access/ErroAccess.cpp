@@ -2,5 +2,5 @@
 
 void Access::Danificado(const QString &detalhe)
 {
-    throw Erro("O arquivo está danificado ou incompleto (" + detalhe + ").");
+    throw ErroAccess("O arquivo está danificado ou incompleto (" + detalhe + ").");
 }

@@ -22,7 +22,7 @@ public:
         : m_coluna(tabela.Procurar(nome))
     {
         if (!m_coluna && falta == Falta::Recusar)
-            throw Erro(QString("Falta a coluna %1 em uma tabela do arquivo.").arg(QString::fromLatin1(nome)));
+            throw ErroAccess(QString("Falta a coluna %1 em uma tabela do arquivo.").arg(QString::fromLatin1(nome)));
     }
 
     std::optional<QString> Texto(LeitorDeValores &leitor, const Linha &linha) const

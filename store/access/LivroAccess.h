@@ -48,6 +48,6 @@ struct LivroAccess {
  * be NULL may be missing. Every number, length and place is checked before it is used, and the rows are
  * counted against the table definitions.
  * @param arquivo open for reading, random access
- * @return the book, or throws Access::Erro when the file is of another kind or cannot be read completely
+ * @return the book, or throws Access::ErroAccess when the file is of another kind or cannot be read completely
  */
 LivroAccess LerLivroAccess(QIODevice &arquivo);

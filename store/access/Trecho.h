@@ -6,7 +6,7 @@
 namespace Access
 {
 /**
- * Some bytes of the file, read only within their bounds: every access outside throws Erro. All numbers are
+ * Some bytes of the file, read only within their bounds: every access outside throws ErroAccess. All numbers are
  * little-endian and unaligned. Does not own the bytes; whoever hands a Trecho out says what keeps them alive.
  */
 class Trecho

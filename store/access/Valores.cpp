@@ -27,7 +27,7 @@ double DobroDoSimples(float simples)
 
 [[noreturn]] void TipoErrado(const Coluna &coluna)
 {
-    throw Erro(QString("A coluna %1 é de um tipo que não se espera (%2).")
+    throw ErroAccess(QString("A coluna %1 é de um tipo que não se espera (%2).")
                    .arg(coluna.nome)
                    .arg(static_cast<int>(coluna.tipo)));
 }

@@ -20,7 +20,7 @@ QString TextoJet4(const Trecho &bytes);
 /**
  * Days since 1899-12-30 as "yyyy-MM-dd", followed by " HH:mm:ss" when the time is not midnight, rounded to
  * the second. The whole part is cut toward zero and the fraction counts forward: -1.25 is 1899-12-29 06:00.
- * Throws Erro outside the years 100 to 9999.
+ * Throws ErroAccess outside the years 100 to 9999.
  */
 QString DataDoNumero(double valor);
 
@@ -29,7 +29,7 @@ double NumeroDecimal(const Trecho &bytes, int escala);
 
 /**
  * Reads values of rows; NULL comes out as no value. A column whose type cannot mean what is asked for throws
- * Erro, as damaged values do. One object reads a whole file: it counts the bytes of long values, which no
+ * ErroAccess, as damaged values do. One object reads a whole file: it counts the bytes of long values, which no
  * honest file shares between rows, so that a small damaged one cannot unfold into gigabytes.
  */
 class LeitorDeValores

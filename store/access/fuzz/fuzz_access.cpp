@@ -1,5 +1,5 @@
 // Feeds nonsense to the reader of old books. Whatever the bytes, it must answer with a book or with
-// Access::Erro, soon and in little memory. Built for libFuzzer, and with repetir.cpp for any compiler.
+// Access::ErroAccess, soon and in little memory. Built for libFuzzer, and with repetir.cpp for any compiler.
 
 #include "store/access/ErroAccess.h"
 #include "store/access/LivroAccess.h"
@@ -18,7 +18,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *dados, std::size_t tam
     arquivo.open(QIODevice::ReadOnly);
     try {
         LerLivroAccess(arquivo);
-    } catch (const Access::Erro &) {
+    } catch (const Access::ErroAccess &) {
         // the answer to almost everything
     }
     return 0;

@@ -74,7 +74,7 @@ inline QString Recusa(const QByteArray &bytes)
     try {
         Ler(bytes);
         return {};
-    } catch (const Access::Erro &erro) {
+    } catch (const Access::ErroAccess &erro) {
         return erro.Mensagem();
     }
 }

@@ -60,7 +60,7 @@ QStringList ConferirAmostra(const QString &caminho, const Esperado &esperado)
         if (copia.mensagens != 1)
             diferencas += QString("%1 mensagens ao converter").arg(copia.mensagens);
         return diferencas;
-    } catch (const Access::Erro &erro) {
+    } catch (const Access::ErroAccess &erro) {
         return {"recusado: " + erro.Mensagem()};
     } catch (const ErroBanco &erro) {
         return {"não convertido: " + erro.Mensagem()};

@@ -1129,7 +1129,7 @@ void TesteAccessLeitor::umErroDeLeituraERelatado()
             try {
                 LerLivroAccess(disco);
                 QFAIL(qPrintable(QString("nothing noticed at %1").arg(falha)));
-            } catch (const Access::Erro &erro) {
+            } catch (const Access::ErroAccess &erro) {
                 QVERIFY2(erro.Mensagem().contains(fim ? "faltam bytes no fim"
                                                       : "não pôde ser lido: setor ilegível"),
                          erro.what());
@@ -1148,7 +1148,7 @@ void TesteAccessLeitor::recusaArquivosGrandesDemais()
         DiscoEnorme cheio(bytes, limite);
         QCOMPARE(LerLivroAccess(cheio).receitas.size(), 3u);
         DiscoEnorme demais(bytes, limite + 1);
-        QVERIFY_EXCEPTION_THROWN(LerLivroAccess(demais), Access::Erro);
+        QVERIFY_EXCEPTION_THROWN(LerLivroAccess(demais), Access::ErroAccess);
     }
 }
 
@@ -1206,7 +1206,7 @@ void TesteAccessLeitor::bitsTrocadosNaoDerrubamNemImportamPelaMetade()
             const LivroAccess lido = Ler(bytes);
             QCOMPARE(lido.receitas.size(), livro.receitas.size());
             QCOMPARE(lido.ingredientes.size(), livro.ingredientes.size());
-        } catch (const Access::Erro &erro) {
+        } catch (const Access::ErroAccess &erro) {
             QVERIFY(!erro.Mensagem().isEmpty());
             ++recusados;
         }

@@ -54,15 +54,15 @@ void TesteAccessValores::oTrechoNaoDeixaSairDosLimites()
     QCOMPARE(trecho.U32(4), 0x08070605u);
     QCOMPARE(trecho.I64(0), 0x0807060504030201);
     QCOMPARE(trecho.Desde(8).Tamanho(), 0);
-    QVERIFY_EXCEPTION_THROWN(trecho.U8(8), Access::Erro);
-    QVERIFY_EXCEPTION_THROWN(trecho.U16(7), Access::Erro);
-    QVERIFY_EXCEPTION_THROWN(trecho.U32(5), Access::Erro);
-    QVERIFY_EXCEPTION_THROWN(trecho.F64(1), Access::Erro);
-    QVERIFY_EXCEPTION_THROWN(trecho.U8(-1), Access::Erro);
-    QVERIFY_EXCEPTION_THROWN(trecho.Parte(4, 5), Access::Erro);
-    QVERIFY_EXCEPTION_THROWN(trecho.Parte(4, -1), Access::Erro);
-    QVERIFY_EXCEPTION_THROWN(trecho.Desde(9), Access::Erro);
-    QVERIFY_EXCEPTION_THROWN(trecho.Parte(std::numeric_limits<qint64>::max(), 2), Access::Erro);
+    QVERIFY_EXCEPTION_THROWN(trecho.U8(8), Access::ErroAccess);
+    QVERIFY_EXCEPTION_THROWN(trecho.U16(7), Access::ErroAccess);
+    QVERIFY_EXCEPTION_THROWN(trecho.U32(5), Access::ErroAccess);
+    QVERIFY_EXCEPTION_THROWN(trecho.F64(1), Access::ErroAccess);
+    QVERIFY_EXCEPTION_THROWN(trecho.U8(-1), Access::ErroAccess);
+    QVERIFY_EXCEPTION_THROWN(trecho.Parte(4, 5), Access::ErroAccess);
+    QVERIFY_EXCEPTION_THROWN(trecho.Parte(4, -1), Access::ErroAccess);
+    QVERIFY_EXCEPTION_THROWN(trecho.Desde(9), Access::ErroAccess);
+    QVERIFY_EXCEPTION_THROWN(trecho.Parte(std::numeric_limits<qint64>::max(), 2), Access::ErroAccess);
 }
 
 void TesteAccessValores::leTextoDeUmByte()
@@ -122,8 +122,8 @@ void TesteAccessValores::trocaMeioParPorSinalDeTroca()
 
 void TesteAccessValores::recusaMeioCaractere()
 {
-    QVERIFY_EXCEPTION_THROWN(Access::TextoJet4(Trecho{QByteArrayView("abc")}), Access::Erro);
-    QVERIFY_EXCEPTION_THROWN(Access::TextoJet4(Trecho{QByteArrayView("\xFF\xFE\0a", 4)}), Access::Erro);
+    QVERIFY_EXCEPTION_THROWN(Access::TextoJet4(Trecho{QByteArrayView("abc")}), Access::ErroAccess);
+    QVERIFY_EXCEPTION_THROWN(Access::TextoJet4(Trecho{QByteArrayView("\xFF\xFE\0a", 4)}), Access::ErroAccess);
 }
 
 void TesteAccessValores::leDatas_data()
@@ -157,7 +157,7 @@ void TesteAccessValores::recusaDatasQueNaoExistem()
     const double infinito = std::numeric_limits<double>::infinity();
     for (const double numero :
          {-657435.0, -657434.5, 2958466.0, 1e300, -1e300, infinito, -infinito, std::nan("")})
-        QVERIFY_EXCEPTION_THROWN(Access::DataDoNumero(numero), Access::Erro);
+        QVERIFY_EXCEPTION_THROWN(Access::DataDoNumero(numero), Access::ErroAccess);
 }
 
 void TesteAccessValores::leDecimais_data()

@@ -1,7 +1,10 @@
 #include "news/EscritorHtml.h"
 
 #include "news/DocumentoHtml.h"
+#include "news/Enderecos.h"
 #include "news/Estilo.h"
+#include "news/LimitesPagina.h"
+#include "news/PastaDaPagina.h"
 
 #include <QHash>
 #include <QRegularExpression>
@@ -133,14 +136,6 @@ void CadaLinha(const xmlNode *tabela, F f)
 }
 
 } // namespace
-
-QString NomeDoEndereco(const QString &endereco)
-{
-    const QUrl url(endereco.trimmed(), QUrl::TolerantMode);
-    if (!url.isValid() || !url.isRelative() || !url.authority().isEmpty() || endereco.contains(u'\\'))
-        return {};
-    return url.path(QUrl::FullyDecoded).section(u'/', -1);
-}
 
 PaginaLimpa EscritorHtml::Escrever(const xmlNode *raiz)
 {

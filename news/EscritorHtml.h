@@ -1,17 +1,17 @@
 #pragma once
 
-#include "news/LimparPagina.h"
+#include "news/PaginaLimpa.h"
 
+#include <QChar>
+#include <QList>
 #include <QSet>
-#include <QStringList>
+#include <QUrl>
 
 #include <libxml/tree.h>
 
 #include <vector>
 
-/// The file a page means by an address: the last part of it, unescaped, without query. Empty for an address
-/// of another place (one with a scheme or a host).
-QString NomeDoEndereco(const QString &endereco);
+class PastaDaPagina;
 
 /// Writes the clean page from the tree of the original one. Used by LimparPagina(), once per page.
 class EscritorHtml

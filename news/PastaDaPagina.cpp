@@ -1,6 +1,6 @@
 #include "news/PastaDaPagina.h"
 
-#include "news/LimparPagina.h"
+#include "news/LimitesPagina.h"
 #include "news/ListaNovidades.h"
 
 #include <QDir>

@@ -1,6 +1,8 @@
 #include "news/VisorNovidades.h"
 
+#include "news/Enderecos.h"
 #include "news/LimparPagina.h"
+#include "news/PastaDaPagina.h"
 
 #include "base/Abridor.h"
 

@@ -1,4 +1,6 @@
+#include "news/LimitesPagina.h"
 #include "news/LimparPagina.h"
+#include "news/PastaDaPagina.h"
 
 #include <QRegularExpression>
 

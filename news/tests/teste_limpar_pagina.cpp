@@ -1,5 +1,8 @@
+#include "news/Enderecos.h"
 #include "news/Estilo.h"
+#include "news/LimitesPagina.h"
 #include "news/LimparPagina.h"
+#include "news/PastaDaPagina.h"
 
 #include <QDir>
 #include <QFile>
@@ -228,6 +231,13 @@ void TesteLimparPagina::linksSoParaAWebEOCorreio_data()
     linha("mailto:eu@a.b?subject=Oi&attach=/etc/passwd&body=x", "mailto:eu@a.b?subject=Oi&body=x");
     linha("mailto:eu@a.b?attachment=file:///x", "mailto:eu@a.b");
     linha("mailto:?to=x", "");
+    // A line break would add header lines to the cook's own message.
+    for (const char *mau :
+         {"mailto:eu@a.b%0ABcc:ele@a.b", "mailto:eu@a.b%0D%0ABcc:ele@a.b",
+          "mailto:eu@a.b?subject=Oi%0ABcc:ele@a.b", "mailto:eu@a.b?subject=Oi%0dx",
+          "mailto:eu@a.b?body=a%0Ab", "mailto:eu@a.b?%0ABcc=ele@a.b", "mailto:eu@a.b?subject=a%00b",
+          "mailto:eu@a.b?subject=a%C2%85b", "mailto:eu@a.b%E2%80%A8Bcc:x", "mailto:eu\n@a.b%0a"})
+        linha(mau, "");
     linha("pacotes/doces.lr$", "https://site.example/cozinhario/pacotes/doces.lr$");
     linha("/outra", "https://site.example/outra");
     linha("//a.b/c", "https://a.b/c");

@@ -1,4 +1,4 @@
-#include "news/LimparPagina.h"
+#include "news/LimitesPagina.h"
 #include "news/VisorNovidades.h"
 #include "news/tests/AbridorDeTeste.h"
 #include "news/tests/ServidorLocal.h"

@@ -68,6 +68,7 @@ frmPrincipal::frmPrincipal(const Banco &banco, const Figuras &figuras, const Por
     , m_portas(portas)
     , m_fundo(new Fundo(portas.abridor, portas.site, this))
     , m_barra(new Barra(kAlturaDaBarra, this))
+    , m_paineisDasNovidades(std::make_unique<PaineisDaJanela>([this] { return !Ocupada(); }))
     , m_clienteWeb(std::move(clienteWeb))
 {
     setObjectName("frmPrincipal");
@@ -142,8 +143,7 @@ void frmPrincipal::CriarPaineis()
     m_cartao->hide();
     m_lista = new PainelLista({m_banco, m_portas.avisos, *m_telas, *m_picMsg, *this, *m_cartao}, this);
     m_pesquisa = new PainelPesquisa(m_banco, m_portas.avisos, *m_telas, *m_lista, this);
-    m_paineisDasNovidades =
-        std::make_unique<PaineisDaJanela>(QList<QWidget *>{m_editor, m_lista, m_pesquisa});
+    m_paineisDasNovidades->DefinirPaineis({m_editor, m_lista, m_pesquisa});
     auto novidades =
         std::make_shared<Novidades>(std::move(m_clienteWeb), m_portas.site, m_banco.Caminho("temporario"));
     m_novidades = new PainelNovidades(novidades, m_portas.avisos, m_portas.abridor, *m_telas,

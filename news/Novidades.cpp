@@ -16,13 +16,18 @@ Novidades::Novidades(std::unique_ptr<ClienteWeb> cliente, const QString &site, c
 {
 }
 
-void Novidades::BaixarNovidades()
+void Novidades::BaixarNovidades(const std::function<bool()> &aoResponder)
 {
-    m_espera.emplace();
+    m_internet.Retomar();
+    m_baixando = true;
+    if (!aoResponder)
+        PegarAmpulheta();
     const QDeadlineTimer prazo(m_limites.ms);
     m_bytesDaVisita = 0;
     const QByteArray lista = m_internet.LerUrl(m_base + "index.file");
     if (!lista.isEmpty()) {
+        if (aoResponder && aoResponder())
+            PegarAmpulheta();
         QDir().mkpath(
             m_pasta); // one that exists already, or cannot be made, shows when the files are written
         for (const ListaNovidades::Entrada &entrada : ListaNovidades::Ler(lista)) {
@@ -32,7 +37,8 @@ void Novidades::BaixarNovidades()
             BaixarItemNovidades(entrada.caminho);
         }
     }
-    LargarAmpulheta();
+    m_baixando = false;
+    m_espera.reset();
 }
 
 void Novidades::BaixarItemNovidades(const QByteArray &entry)
@@ -54,9 +60,10 @@ void Novidades::BaixarItemNovidades(const QByteArray &entry)
     GravarArquivoInteiro(destino.filePath(), texto);
 }
 
-void Novidades::LargarAmpulheta()
+void Novidades::PegarAmpulheta()
 {
-    m_espera.reset();
+    if (m_baixando && !m_espera)
+        m_espera.emplace();
 }
 
 QString Novidades::Pagina() const

@@ -8,6 +8,7 @@
 #include <QDeadlineTimer>
 #include <QString>
 
+#include <functional>
 #include <optional>
 
 /// How much one visit to the site may bring, whatever the site lists.
@@ -35,19 +36,28 @@ public:
     Novidades(std::unique_ptr<ClienteWeb> cliente, const QString &site, const QString &pasta,
               const LimitesVisita &limites = {});
 
-    /// Fetches index.file and the files it lists, under the hourglass. A list that cannot be had leaves the
-    /// local folder as it is. Nothing is reported.
-    void BaixarNovidades();
+    /**
+     * Fetches index.file and the files it lists, under the hourglass. A list that cannot be had leaves the
+     * local folder as it is. Nothing is reported. A flag that an earlier visit left set is cleared first.
+     *
+     * @param aoResponder for a visit that nobody asked for: the server is asked without the hourglass, and
+     *                    once it has given its list this is called, which says whether the rest is seen and
+     *                    the hourglass stands over it
+     */
+    void BaixarNovidades(const std::function<bool()> &aoResponder = {});
 
     /// Fetches one listed file into the local folder, unless it is there already and not of those that are
     /// fetched every time. An entry whose name is no plain file name is ignored.
     void BaixarItemNovidades(const QByteArray &entry);
 
-    /// Gives the pointer back although the download goes on: the user has begun to work meanwhile.
-    void LargarAmpulheta();
+    /// The hourglass for a download that began without it, because the user asks for its page now. Only a
+    /// download in progress takes it.
+    void PegarAmpulheta();
 
-    /// Ends the download in progress, for good.
+    /// Ends the download in progress. The next visit begins anew.
     void Abandonar() { m_internet.Abandonar(); }
+    /// Whether the last visit was ended by Abandonar().
+    bool Abandonada() const { return m_internet.Abandonado(); }
 
     /// Address of the site's folder, with its trailing slash.
     QString Base() const { return m_base; }
@@ -65,4 +75,5 @@ private:
     LimitesVisita m_limites;
     qint64 m_bytesDaVisita = 0;
     std::optional<EsperaLonga> m_espera;
+    bool m_baixando = false;
 };

@@ -1,13 +1,50 @@
 #include "news/PaineisDaJanela.h"
 
+#include <QAbstractButton>
 #include <QApplication>
-#include <QEvent>
+#include <QInputMethodEvent>
+#include <QKeyEvent>
 
-PaineisDaJanela::PaineisDaJanela(const QList<QWidget *> &paineis, QObject *parent)
+#include <utility>
+
+namespace
+{
+/// Keys that do nothing by themselves: they come with Alt+Tab, too.
+bool SoModifica(int tecla)
+{
+    switch (tecla) {
+    case Qt::Key_Shift:
+    case Qt::Key_Control:
+    case Qt::Key_Alt:
+    case Qt::Key_AltGr:
+    case Qt::Key_Meta:
+    case Qt::Key_Super_L:
+    case Qt::Key_Super_R:
+    case Qt::Key_CapsLock:
+    case Qt::Key_NumLock:
+    case Qt::Key_ScrollLock:
+        return true;
+    default:
+        return false;
+    }
+}
+} // namespace
+
+PaineisDaJanela::PaineisDaJanela(std::function<bool()> livre, QObject *parent)
     : QObject(parent)
-    , m_paineis(paineis.begin(), paineis.end())
+    , m_livre(std::move(livre))
 {
     qApp->installEventFilter(this);
+}
+
+void PaineisDaJanela::DefinirPaineis(const QList<QWidget *> &paineis)
+{
+    m_paineis = QList<QPointer<QWidget>>(paineis.begin(), paineis.end());
+}
+
+void PaineisDaJanela::AoComecar(std::function<void()> tarefa)
+{
+    m_aoComecar = std::move(tarefa);
 }
 
 void PaineisDaJanela::Esconder()
@@ -44,18 +81,44 @@ void PaineisDaJanela::Restaurar()
 
 bool PaineisDaJanela::eventFilter(QObject *watched, QEvent *event)
 {
-    switch (event->type()) {
-    case QEvent::KeyPress:
-    case QEvent::MouseButtonPress:
-    case QEvent::Wheel:
-    case QEvent::TouchBegin:
-    case QEvent::InputMethod:
-    case QEvent::Drop:
+    if (EhTrabalho(watched, event)) {
         m_comecou = true;
         qApp->removeEventFilter(this);
-        break;
-    default:
-        break;
+        if (m_aoComecar)
+            QMetaObject::invokeMethod(this, std::exchange(m_aoComecar, {}), Qt::QueuedConnection);
     }
     return QObject::eventFilter(watched, event);
+}
+
+bool PaineisDaJanela::EhTrabalho(const QObject *watched, const QEvent *event) const
+{
+    switch (event->type()) {
+    case QEvent::KeyPress:
+        return !SoModifica(static_cast<const QKeyEvent *>(event)->key());
+    case QEvent::InputMethod: {
+        const auto *entrada = static_cast<const QInputMethodEvent *>(event);
+        return !entrada->commitString().isEmpty() || !entrada->preeditString().isEmpty();
+    }
+    case QEvent::Drop:
+        return true;
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::Wheel:
+    case QEvent::TouchBegin: {
+        const auto *controle = qobject_cast<const QWidget *>(watched);
+        return controle && ServeAoTrabalho(controle);
+    }
+    default:
+        return false;
+    }
+}
+
+bool PaineisDaJanela::ServeAoTrabalho(const QWidget *controle) const
+{
+    for (const QWidget *w = controle;; w = w->parentWidget()) {
+        if (qobject_cast<const QAbstractButton *>(w) || m_paineis.contains(w))
+            return true;
+        if (w->isWindow()) // a dialog or a menu, where every place is work
+            return !m_paineis.isEmpty() && m_paineis.first() && w != m_paineis.first()->window();
+    }
 }

@@ -18,8 +18,8 @@
 namespace
 {
 constexpr int kEsperaDaTimer = 500;
-/// How often the automatic attempt looks whether the user has begun, to give the pointer back.
-constexpr int kOlhada = 50;
+/// How soon the automatic attempt looks again whether something else still runs.
+constexpr int kNovaTentativa = 100;
 constexpr int kBordaDoVisor = -30; ///< twips: the view's own edge lies outside the panel
 constexpr int kFolgaDoVisor = 10;  ///< twips that the view is lower than the panel
 } // namespace
@@ -72,6 +72,8 @@ void PainelNovidades::LigarTimer()
 
 void PainelNovidades::Esconder()
 {
+    m_outraVez = false;
+    m_novidades->Abandonar();
     hide();
     m_WbBsr1->hide();
 }
@@ -79,9 +81,14 @@ void PainelNovidades::Esconder()
 void PainelNovidades::TimerWeb_Timer()
 {
     const QPointer<PainelNovidades> vivo(this);
-    DeixarEventosRodarem();
-    if (!vivo || PedidoDoUsuario())
+    if (m_paineis.Livre())
+        DeixarEventosRodarem();
+    if (!vivo || PedidoDoUsuario() || Encerrando())
         return;
+    if (!m_paineis.Livre()) {
+        m_TimerWeb->start(kNovaTentativa);
+        return;
+    }
     m_TimerWeb->setInterval(0);
     m_TimerWeb->stop();
     m_pelaTimer = true;
@@ -98,14 +105,20 @@ void PainelNovidades::imgInternet_Click()
         m_TimerWeb->setProperty("tag", QString());
     }
     if (m_ocupado) {
-        // A visit is under way and will end with its page here; it only has to be seen.
+        // A visit is under way and will end with its page here; it only has to be seen. One that was
+        // abandoned meanwhile is followed by another.
+        m_outraVez = m_novidades->Abandonada();
+        m_novidades->PegarAmpulheta();
         if (isHidden())
             AbrirPainel();
         return;
     }
     const QPointer<PainelNovidades> vivo(this);
     m_ocupado = true;
-    Visitar();
+    do {
+        m_outraVez = false;
+        Visitar();
+    } while (vivo && m_outraVez && !Encerrando());
     if (vivo)
         m_ocupado = false;
 }
@@ -114,14 +127,20 @@ void PainelNovidades::imgInternet_Click()
 void PainelNovidades::Visitar()
 {
     const QPointer<PainelNovidades> vivo(this);
-    if (PedidoDoUsuario() && !AbrirPainel())
+    const std::shared_ptr<Novidades> novidades = m_novidades;
+    if (PedidoDoUsuario()) {
+        if (!AbrirPainel())
+            return;
+        m_outraVez = false; // asked again while it rolled: this is the visit
+        novidades->BaixarNovidades();
+    } else {
+        novidades->BaixarNovidades([vivo] { return vivo && vivo->AbrirSemPedido(); });
+    }
+    if (!vivo || Encerrando() || novidades->Abandonada())
         return;
-    Baixar();
-    if (!vivo || Encerrando())
-        return;
-    if (!m_novidades->TemPagina())
+    if (!novidades->TemPagina())
         SemPagina();
-    else if (PedidoDoUsuario() || (!m_paineis.UsuarioComecou() && AbrirPainel()))
+    else if (!isHidden() || (!PedidoDoUsuario() && AbrirSemPedido()))
         MostrarPagina();
 }
 
@@ -131,9 +150,9 @@ bool PainelNovidades::AbrirPainel()
     // While this panel is on screen the working panels are hidden already, and which ones is not forgotten.
     if (isHidden()) {
         m_paineis.Esconder();
+        m_telas.RestaurarBotoes();
         DefinirAltura(kRecolhido);
     }
-    m_telas.RestaurarBotoes();
     raise();
     show();
     if (Altura() != kRecolhido)
@@ -143,19 +162,27 @@ bool PainelNovidades::AbrirPainel()
     return Rolar(kAltura) || (vivo && !Encerrando() && !isHidden());
 }
 
-void PainelNovidades::Baixar()
+/// Opens the panel for a visit that nobody asked for, where that disturbs nobody. True when it is open.
+bool PainelNovidades::AbrirSemPedido()
 {
-    const std::shared_ptr<Novidades> novidades = m_novidades;
-    QTimer olhar;
-    if (!PedidoDoUsuario()) {
-        // The hourglass of a visit that the user did not ask for must not stand over their work.
-        connect(&olhar, &QTimer::timeout, this, [this] {
-            if (m_paineis.UsuarioComecou() && !PedidoDoUsuario())
-                m_novidades->LargarAmpulheta();
-        });
-        olhar.start(kOlhada);
-    }
-    novidades->BaixarNovidades();
+    if (!isHidden()) // the user has asked meanwhile
+        return true;
+    if (m_paineis.UsuarioComecou() || !m_paineis.Livre())
+        return false;
+    m_paineis.AoComecar([vivo = QPointer<PainelNovidades>(this)] {
+        if (vivo)
+            vivo->Ceder();
+    });
+    return AbrirPainel();
+}
+
+/// The user begins to work while a page that she did not ask for is still on its way: her view comes back.
+void PainelNovidades::Ceder()
+{
+    if (!m_ocupado || PedidoDoUsuario() || isHidden())
+        return;
+    Esconder();
+    m_paineis.Restaurar();
 }
 
 void PainelNovidades::MostrarPagina()

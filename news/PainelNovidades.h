@@ -17,15 +17,15 @@ class VisorNovidades;
 /**
  * The news page (picWeb): downloads the maker's page and shows it in place of the working panels.
  *
- * The automatic attempt, half a second after the window opened, and the user's click do the same things with
- * the same end, but in another order. The click hides the working panels, rolls this panel open and downloads
- * under the eyes of the user. The timer downloads first and takes the working panels away only when there is
- * a page to show and the user has not begun anything meanwhile: so the silent attempt is silent to the eyes
- * too, the offline start stays on the list without a flicker, and nobody loses the panel they are typing
- * into. When no page comes of it, the panels come back as they were.
+ * The click hides the working panels, rolls this panel open and downloads under the eyes of the user. The
+ * automatic attempt, half a second after the window opened or as soon as nothing else runs, asks the server
+ * unseen. Once the server has given its list the same is seen as after a click; a server that cannot be
+ * reached shows the page from earlier, or nothing at all: so the offline start stays on the list without a
+ * flicker. A user who has begun to work meanwhile keeps her view, and the page waits for her click. When no
+ * page comes of a visit, the panels come back as they were.
  *
- * While a download runs all events run, so the panel may be hidden, clicked again or even destroyed; a click
- * during the automatic attempt turns it into the user's own.
+ * While a download runs all events run, so the panel may be hidden, clicked again or even destroyed. Another
+ * view abandons the download; a click during the automatic attempt turns it into the user's own.
  */
 class PainelNovidades : public Painel
 {
@@ -43,7 +43,7 @@ public:
     /// of the user: their own visit makes the automatic one needless.
     void LigarTimer();
 
-    /// Hides the panel and the view in it, for the working view that opens. A download goes on unseen.
+    /// Hides the panel and the view in it, for the working view that opens. A download is abandoned.
     void Esconder();
 
 public slots:
@@ -58,7 +58,8 @@ protected:
 private:
     void Visitar();
     bool AbrirPainel();
-    void Baixar();
+    bool AbrirSemPedido();
+    void Ceder();
     void MostrarPagina();
     void SemPagina();
     void PosicionarVisor();
@@ -73,4 +74,5 @@ private:
     QTimer *m_TimerWeb;
     bool m_pelaTimer = false; ///< imgInternet_Click() is called by the timer
     bool m_ocupado = false;   ///< a visit is under way
+    bool m_outraVez = false;  ///< the visit under way was abandoned and the user has asked again
 };

@@ -29,8 +29,11 @@ public:
      */
     QByteArray LerUrl(const QString &url);
 
-    /// Sets the abandon flag: the transfer in progress ends as a failure, and so does every later one.
+    /// Sets the abandon flag: the transfer in progress ends as a failure, and so does every later one until
+    /// Retomar().
     void Abandonar();
+    /// Clears the flag: a new visit begins.
+    void Retomar() { m_abandonar = false; }
     bool Abandonado() const { return m_abandonar; }
 
     /// Pieces read so far by all transfers that count theirs.

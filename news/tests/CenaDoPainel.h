@@ -15,8 +15,10 @@
 #include <QDir>
 #include <QEvent>
 #include <QFile>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPointer>
+#include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -89,13 +91,17 @@ struct CenaDoPainel {
     QWidget *pesquisa = new QWidget(&janela);
     QLineEdit *txtNome = new QLineEdit(lista);
     Observador *olhoDaLista = new Observador(lista);
-    PaineisDaJanela paineis{{detalhe, lista, pesquisa}};
+    QPushButton *cmdLetra = new QPushButton("A", lista);
+    QLabel *lblTitulo = new QLabel("Receitas", &janela);
+    bool livre = true; ///< nothing else runs
+    PaineisDaJanela paineis{[this] { return livre; }};
     PainelNovidades *picWeb = nullptr;
     QPointer<QObject> vivo; ///< null once the panel is destroyed
 
     explicit CenaDoPainel(const LimitesWeb &limites = Limites())
     {
         Painel::DefinirRitmo(0);
+        paineis.DefinirPaineis({detalhe, lista, pesquisa});
         picWeb = new PainelNovidades(
             std::make_shared<Novidades>(std::make_unique<ClienteWebQt>(limites), servidor.Site(), Pasta()),
             avisos, abridor, telas, paineis, &janela);
@@ -103,7 +109,8 @@ struct CenaDoPainel {
         janela.resize(640, 600);
         picWeb->DefinirLugar(135, 0, 9330, Painel::kRecolhido);
         for (QWidget *painel : {lista, detalhe, pesquisa})
-            painel->setGeometry(9, 0, 600, TwipsParaPixels(6540));
+            painel->setGeometry(9, 20, 600, TwipsParaPixels(6540));
+        cmdLetra->move(0, 100);
         detalhe->hide();
         pesquisa->hide();
         janela.show();

@@ -36,9 +36,12 @@ public:
         connect(&m_servidor, &QTcpServer::newConnection, this, &ServidorLocal::Atender);
         if (!m_servidor.listen(QHostAddress::LocalHost))
             qFatal("no local port");
+        m_porta = m_servidor.serverPort();
     }
 
-    QString Site() const { return "http://127.0.0.1:" + QString::number(m_servidor.serverPort()); }
+    QString Site() const { return "http://127.0.0.1:" + QString::number(m_porta); }
+    /// From now on nobody listens at that port.
+    void Desligar() { m_servidor.close(); }
     void Por(const QString &caminho, const Resposta &resposta) { m_respostas[caminho] = resposta; }
     void PorCorpo(const QString &caminho, const QByteArray &corpo) { m_respostas[caminho] = Resposta{corpo}; }
     void Tirar(const QString &caminho) { m_respostas.remove(caminho); }
@@ -46,6 +49,7 @@ public:
     QStringList pedidos;         ///< paths, in the order they were asked for
     QList<QByteArray> completos; ///< the requests' whole text
     int conexoes = 0;
+    int desligadas = 0;  ///< connections that have ended, by whomever
     qint64 enviados = 0; ///< bytes of endless bodies
 
 signals:
@@ -58,6 +62,7 @@ private:
             ++conexoes;
             tomada->setParent(this);
             connect(tomada, &QTcpSocket::disconnected, tomada, &QObject::deleteLater);
+            connect(tomada, &QTcpSocket::disconnected, this, [this] { ++desligadas; });
             connect(tomada, &QTcpSocket::readyRead, this, [this, tomada] {
                 const QByteArray texto = tomada->property("pedido").toByteArray() + tomada->readAll();
                 tomada->setProperty("pedido", texto);
@@ -132,5 +137,6 @@ private:
     }
 
     QTcpServer m_servidor;
+    quint16 m_porta = 0;
     QHash<QString, Resposta> m_respostas;
 };

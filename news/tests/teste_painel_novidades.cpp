@@ -1,6 +1,6 @@
 #include "news/tests/CenaDoPainel.h"
 
-#include <QLabel>
+#include <QDialog>
 
 class TestePainelNovidades : public QObject
 {
@@ -18,7 +18,14 @@ private slots:
     void oAutomaticoMostraAPaginaAntiga();
     void oAutomaticoNaoTiraAListaDeQuemComecou_data();
     void oAutomaticoNaoTiraAListaDeQuemComecou();
-    void quemComecaRecebeOPonteiroDeVolta();
+    void enquantoOServidorNaoRespondeNadaSeVe();
+    void oAutomaticoEsperaOQueEstaEmCurso();
+    void quemComecaDepoisDaRespostaRecebeASuaTela_data();
+    void quemComecaDepoisDaRespostaRecebeASuaTela();
+    void cliqueNoTituloNaoEComecar();
+    void soTeclaBotaoOuLinhaEComecar();
+    void outraTelaCortaATransferencia();
+    void outraTelaCortaOAutomatico();
     void oCliqueDuranteOAutomaticoMostraAPagina();
     void oCliqueDuranteOAutomaticoAvisaQuandoNaoHaConexao();
     void oCliqueAntesDaTimerDispensaOAutomatico();
@@ -149,11 +156,14 @@ void TestePainelNovidades::oAutomaticoMostraAPaginaAQuemNaoComecou()
 {
     CenaDoPainel cena;
     cena.PorSite();
-    bool listaNaTela = false;
-    connect(&cena.servidor, &ServidorLocal::pedido, this, [&] { listaNaTela = cena.lista->isVisible(); });
+    QStringList listaNaTela;
+    connect(&cena.servidor, &ServidorLocal::pedido, this, [&](const QString &caminho) {
+        if (cena.lista->isVisible())
+            listaNaTela += caminho;
+    });
     cena.picWeb->LigarTimer();
     QTRY_VERIFY(cena.TimerPassou());
-    QVERIFY(listaNaTela); // while the page is fetched the list stays
+    QCOMPARE(listaNaTela, QStringList("/cozinhario/index.file")); // until the server has answered
     QCOMPARE(cena.NaTela(), "Novidades de hoje");
     QVERIFY(cena.lista->isHidden());
     QCOMPARE(cena.picWeb->Altura(), 6930);
@@ -170,12 +180,12 @@ void TestePainelNovidades::oAutomaticoMostraAPaginaAntiga()
 
 void TestePainelNovidades::oAutomaticoNaoTiraAListaDeQuemComecou_data()
 {
-    QTest::addColumn<bool>("antes"); // before the timer, or while the download runs
+    QTest::addColumn<bool>("antes"); // before the timer, or before the server answers
     QTest::addColumn<bool>("tecla");
     QTest::newRow("tecla no primeiro meio segundo") << true << true;
     QTest::newRow("clique antes") << true << false;
-    QTest::newRow("tecla durante o download") << false << true;
-    QTest::newRow("clique durante o download") << false << false;
+    QTest::newRow("tecla antes da resposta") << false << true;
+    QTest::newRow("clique antes da resposta") << false << false;
 }
 
 void TestePainelNovidades::oAutomaticoNaoTiraAListaDeQuemComecou()
@@ -212,22 +222,162 @@ void TestePainelNovidades::oAutomaticoNaoTiraAListaDeQuemComecou()
     QCOMPARE(cena.servidor.pedidos, QStringList({"/cozinhario/index.file", "/cozinhario/index.htm"}));
 }
 
-void TestePainelNovidades::quemComecaRecebeOPonteiroDeVolta()
+void TestePainelNovidades::enquantoOServidorNaoRespondeNadaSeVe()
 {
     CenaDoPainel cena;
     cena.servidor.Por("/cozinhario/index.file", {"", "200 OK", {}, ServidorLocal::Modo::Cala});
-    bool antes = false;
-    bool depois = true;
+    bool visto = true;
+    bool ampulheta = true;
     connect(&cena.servidor, &ServidorLocal::pedido, this, [&] {
-        antes = Ponteiro::EmEspera();
-        QTest::keyClick(cena.txtNome, Qt::Key_B);
-        QTRY_VERIFY(!Ponteiro::EmEspera());
-        depois = Ponteiro::EmEspera();
+        QTimer::singleShot(50, &cena.janela, [&] {
+            visto = cena.picWeb->isVisible() || !cena.lista->isVisible();
+            ampulheta = Ponteiro::EmEspera();
+        });
     });
     cena.picWeb->LigarTimer();
     QTRY_VERIFY(cena.TimerPassou());
-    QVERIFY(antes);
-    QVERIFY(!depois);
+    QVERIFY(!visto);
+    QVERIFY(!ampulheta);
+    QCOMPARE(cena.olhoDaLista->escondidas, 0);
+    QCOMPARE(cena.telas.restauradas, 0);
+}
+
+void TestePainelNovidades::oAutomaticoEsperaOQueEstaEmCurso()
+{
+    CenaDoPainel cena;
+    cena.PorSite();
+    cena.livre = false;
+    bool eventoCorreu = false;
+    QMetaObject::invokeMethod(
+        &cena.janela, [&] { eventoCorreu = true; }, Qt::QueuedConnection);
+    cena.picWeb->TimerWeb_Timer();
+    QVERIFY(!eventoCorreu); // inside another operation it lets nothing in
+    QVERIFY(cena.TimerWeb()->isActive());
+    QVERIFY(!cena.TimerPassou());
+    QTest::qWait(2 * cena.TimerWeb()->interval());
+    QCOMPARE(cena.servidor.conexoes, 0);
+
+    cena.livre = true;
+    QTRY_COMPARE(cena.NaTela(), "Novidades de hoje");
+    QTRY_VERIFY(cena.TimerPassou());
+    QCOMPARE(cena.TimerWeb()->interval(), 0);
+    QVERIFY(!cena.TimerWeb()->isActive());
+}
+
+void TestePainelNovidades::quemComecaDepoisDaRespostaRecebeASuaTela_data()
+{
+    QTest::addColumn<bool>("tecla");
+    QTest::newRow("uma tecla") << true;
+    QTest::newRow("um botao") << false;
+}
+
+/// The list has come, the panel is open and the page stands still on its way: whoever begins gets her view.
+void TestePainelNovidades::quemComecaDepoisDaRespostaRecebeASuaTela()
+{
+    QFETCH(bool, tecla);
+    LimitesWeb longos; // only the cook can end the wait
+    longos.msSemByte = longos.msTotal = 600'000;
+    CenaDoPainel cena(longos);
+    cena.PorSite();
+    QPushButton daBarra("Barra", &cena.janela);
+    daBarra.move(0, 560);
+    daBarra.show();
+    cena.servidor.Por("/cozinhario/index.htm", {"abc", "200 OK", {}, ServidorLocal::Modo::CalaNoMeio});
+    bool aberto = false;
+    connect(&cena.servidor, &ServidorLocal::pedido, this, [&](const QString &caminho) {
+        if (!caminho.endsWith("index.htm"))
+            return;
+        aberto = cena.picWeb->isVisible() && cena.picWeb->Altura() == 6930 && Ponteiro::EmEspera();
+        if (tecla)
+            QTest::keyClick(&cena.janela, Qt::Key_B);
+        else
+            QTest::mouseClick(&daBarra, Qt::LeftButton);
+    });
+    cena.picWeb->LigarTimer();
+    QTRY_VERIFY(cena.TimerPassou());
+    QVERIFY(aberto);
+    QVERIFY(cena.picWeb->isHidden());
+    QVERIFY(cena.lista->isVisible());
+    QCOMPARE(cena.janela.focusWidget(), cena.txtNome);
+    QVERIFY(!Ponteiro::EmEspera());
+    QVERIFY(cena.avisos.textos.isEmpty());
+
+    cena.PorSite();
+    cena.picWeb->imgInternet_Click();
+    QCOMPARE(cena.NaTela(), "Novidades de hoje");
+}
+
+void TestePainelNovidades::cliqueNoTituloNaoEComecar()
+{
+    CenaDoPainel cena;
+    cena.PorSite();
+    connect(&cena.servidor, &ServidorLocal::pedido, this, [&] {
+        QTest::mouseClick(cena.lblTitulo, Qt::LeftButton);
+        QTest::mouseClick(&cena.janela, Qt::LeftButton, {}, QPoint(630, 590));
+        QTest::keyClick(&cena.janela, Qt::Key_Alt); // what Alt+Tab leaves behind
+    });
+    cena.picWeb->LigarTimer();
+    QTRY_VERIFY(cena.TimerPassou());
+    QCOMPARE(cena.NaTela(), "Novidades de hoje");
+}
+
+void TestePainelNovidades::soTeclaBotaoOuLinhaEComecar()
+{
+    const auto comecou = [](const auto &entrada) {
+        CenaDoPainel cena;
+        entrada(cena);
+        return cena.paineis.UsuarioComecou();
+    };
+    QVERIFY(!comecou([](CenaDoPainel &) {}));
+    QVERIFY(!comecou([](CenaDoPainel &c) { QTest::mouseClick(c.lblTitulo, Qt::LeftButton); }));
+    QVERIFY(!comecou([](CenaDoPainel &c) { QTest::mouseMove(c.lista); }));
+    QVERIFY(comecou([](CenaDoPainel &c) { QTest::mouseClick(c.cmdLetra, Qt::LeftButton); }));
+    QVERIFY(comecou([](CenaDoPainel &c) { QTest::mouseDClick(c.lista, Qt::LeftButton); }));
+    QVERIFY(comecou([](CenaDoPainel &c) { QTest::keyClick(c.txtNome, Qt::Key_B); }));
+    QVERIFY(comecou([](CenaDoPainel &) {
+        QDialog dialogo;
+        dialogo.show();
+        QTest::mouseClick(&dialogo, Qt::LeftButton);
+    }));
+}
+
+/// A view opened over a transfer that stands still ends it at once, at the server too; the user's next wish
+/// for the page begins anew.
+void TestePainelNovidades::outraTelaCortaATransferencia()
+{
+    LimitesWeb longos;
+    longos.msSemByte = longos.msTotal = 600'000;
+    CenaDoPainel cena(longos);
+    cena.servidor.Por("/cozinhario/index.file", {"abc", "200 OK", {}, ServidorLocal::Modo::CalaNoMeio});
+    connect(&cena.servidor, &ServidorLocal::pedido, &cena.janela,
+            [&] { QTimer::singleShot(0, &cena.janela, [&cena] { cena.AbrirOutraTela(); }); });
+    cena.picWeb->imgInternet_Click();
+    QVERIFY(cena.picWeb->isHidden());
+    QVERIFY(cena.detalhe->isVisible());
+    QVERIFY(cena.avisos.textos.isEmpty()); // the connection was not missing
+    QTRY_COMPARE(cena.servidor.desligadas, 1);
+    QVERIFY(!Ponteiro::EmEspera());
+
+    disconnect(&cena.servidor, nullptr, &cena.janela, nullptr);
+    cena.PorSite();
+    cena.picWeb->imgInternet_Click();
+    QCOMPARE(cena.NaTela(), "Novidades de hoje");
+}
+
+void TestePainelNovidades::outraTelaCortaOAutomatico()
+{
+    LimitesWeb longos;
+    longos.msSemByte = longos.msTotal = 600'000;
+    CenaDoPainel cena(longos);
+    cena.PorPaginaAntiga();
+    cena.servidor.Por("/cozinhario/index.file", {"", "200 OK", {}, ServidorLocal::Modo::Cala});
+    connect(&cena.servidor, &ServidorLocal::pedido, &cena.janela,
+            [&] { QTimer::singleShot(0, &cena.janela, [&cena] { cena.AbrirOutraTela(); }); });
+    cena.picWeb->LigarTimer();
+    QTRY_VERIFY(cena.TimerPassou());
+    QVERIFY(cena.picWeb->isHidden());
+    QVERIFY(cena.detalhe->isVisible());
+    QTRY_COMPARE(cena.servidor.desligadas, 1);
 }
 
 void TestePainelNovidades::oCliqueDuranteOAutomaticoMostraAPagina()
@@ -322,20 +472,22 @@ void TestePainelNovidades::outraTelaDuranteODownloadNaoEDesfeita()
     QVERIFY(cena.WbBsr1()->isHidden());
     QVERIFY(cena.detalhe->isVisible());
     QVERIFY(cena.lista->isHidden());
-    QCOMPARE(cena.avisos.textos.size(), ha ? 0 : 1); // they asked, so they are told
+    QVERIFY(cena.avisos.textos.isEmpty()); // the connection is there, it was given up
 }
 
 void TestePainelNovidades::voltarAClicarDuranteODownloadMostraDeNovo()
 {
     CenaDoPainel cena;
     cena.PorSite();
+    bool voltou = false;
     connect(&cena.servidor, &ServidorLocal::pedido, this, [&](const QString &caminho) {
-        if (caminho.endsWith("index.file"))
-            cena.AbrirOutraTela();
-        else if (caminho.endsWith("index.htm"))
-            cena.picWeb->imgInternet_Click();
+        if (!caminho.endsWith("index.htm") || std::exchange(voltou, true))
+            return;
+        cena.AbrirOutraTela();
+        cena.picWeb->imgInternet_Click();
     });
     cena.picWeb->imgInternet_Click();
+    QCOMPARE(cena.servidor.pedidos.count("/cozinhario/index.file"), 2); // the first visit had ended
     QCOMPARE(cena.NaTela(), "Novidades de hoje");
     QCOMPARE(cena.picWeb->Altura(), 6930);
     QVERIFY(cena.detalhe->isHidden());

@@ -333,7 +333,7 @@ void GerarLivro(const QString &pasta, int receitas, std::uint32_t semente)
     motor.Executar("PRAGMA synchronous=OFF");
     motor.Executar("PRAGMA cache_size=-65536");
     motor.Executar("BEGIN");
-    motor.Executar(EsquemaDoLivro());
+    motor.Executar(Esquema::Tabelas().toStdString());
     ComandoNu receita(
         motor, "INSERT INTO Receitas(Nome,Data,Classificacao,Origem,Porcoes,Preparo,Tipo_Calorias,Calorias,"
                "Figura,Modo,Observacao) VALUES(?,?,?,?,?,?,?,?,?,?,?)");
@@ -374,5 +374,6 @@ void GerarLivro(const QString &pasta, int receitas, std::uint32_t semente)
             linha.Rodar();
         }
     }
+    motor.Executar(Esquema::Restante().toStdString());
     motor.Executar("COMMIT");
 }

@@ -3,14 +3,20 @@
 #include "base/EventosPendentes.h"
 #include "base/Ponteiro.h"
 #include "store/ErroBanco.h"
+#include "store/Esquema.h"
 #include "store/ExameArquivo.h"
 #include "store/Motor.h"
 
 #include <QFile>
+#include <QFileInfo>
+
+#include <algorithm>
 
 namespace
 {
 constexpr QLatin1String kInicio("DBQ=");
+constexpr qint64 kLivroPequeno = 2 * 1024 * 1024; ///< bytes; its indexes are made in a few milliseconds
+constexpr int kEsperaPequenaMs = 200;
 constexpr QLatin1String kFim(";user=;pwd=;Driver={Microsoft Access Driver (*.mdb)}");
 
 QString SemBarraFinal(QString pasta)
@@ -58,7 +64,8 @@ QString Banco::CaminhoDoLivro() const
 void Banco::PrepararLivro(const QString &caminho) const
 {
     QString erro;
-    TipoArquivo tipo = ExaminarArquivo(caminho, &erro);
+    int versao = Esquema::kVersao;
+    TipoArquivo tipo = ExaminarArquivo(caminho, &erro, &versao);
     if (tipo == TipoArquivo::LivroWal) {
         Motor(caminho, m_esperaMs).SairDoWal();
         return;
@@ -66,26 +73,34 @@ void Banco::PrepararLivro(const QString &caminho) const
     if (tipo == TipoArquivo::Livro && QFile::exists(caminho + "-journal")) {
         // Rolling back may leave nothing of a book that was just being made.
         Motor(caminho, m_esperaMs).LerUmaVez();
-        tipo = ExaminarArquivo(caminho, &erro);
+        tipo = ExaminarArquivo(caminho, &erro, &versao);
     }
     // A book that another copy of the program is writing can look cut for a moment; reading waits for that
     // copy.
     constexpr int kVezes = 10;
     for (int vez = 0; vez < kVezes && tipo == TipoArquivo::Cortado; ++vez) {
         Motor(caminho, m_esperaMs).LerUmaVez();
-        tipo = ExaminarArquivo(caminho, &erro);
+        tipo = ExaminarArquivo(caminho, &erro, &versao);
     }
     if (tipo == TipoArquivo::Access && m_conversor) {
         // A journal beside an Access file belongs to a book that is gone; it would be rolled back into the
         // new one.
         Motor::RemoverJournal(caminho);
         m_conversor(caminho);
-        tipo = ExaminarArquivo(caminho, &erro);
+        tipo = ExaminarArquivo(caminho, &erro, &versao);
     }
     switch (tipo) {
     case TipoArquivo::Livro:
+        if (versao < Esquema::kVersao)
+            EvoluirPequeno(caminho);
+        return;
     case TipoArquivo::LivroWal:
         return;
+    case TipoArquivo::Futuro:
+        throw ErroBanco(
+            "Este livro de receitas foi gravado por uma versão mais nova do Cozinhario 2005. Ele não "
+            "foi alterado.\r\n\r\nInstale a versão mais nova para abri-lo.\r\n\r\n" +
+            caminho);
     case TipoArquivo::Ausente:
     case TipoArquivo::Vazio:
         Motor::Criar(caminho, m_esperaMs);
@@ -100,6 +115,33 @@ void Banco::PrepararLivro(const QString &caminho) const
     throw ErroBanco("O arquivo dadosr.lst não é um livro de receitas do Cozinhario 2005, ou está danificado. "
                     "Ele não foi alterado.\r\n\r\n" +
                     caminho);
+}
+
+void Banco::EvoluirPequeno(const QString &caminho) const
+{
+    if (m_naoEvolui || QFileInfo(caminho).size() > kLivroPequeno)
+        return;
+    try {
+        Motor(caminho, std::min(m_esperaMs, kEsperaPequenaMs)).Evoluir({});
+    } catch (const ErroBanco &) {
+        m_naoEvolui = true;
+    }
+}
+
+bool Banco::PrecisaEvoluir() const
+{
+    int versao = Esquema::kVersao;
+    return !m_naoEvolui && ExaminarArquivo(CaminhoDoLivro(), nullptr, &versao) == TipoArquivo::Livro &&
+           versao < Esquema::kVersao;
+}
+
+void Banco::Evoluir(const Andamento &andamento) const
+{
+    const QString caminho = CaminhoDoLivro();
+    PrepararLivro(caminho);
+    m_naoEvolui = true; // unless it comes to its end
+    Motor(caminho, m_esperaMs).Evoluir(andamento);
+    m_naoEvolui = false;
 }
 
 RecordSet Banco::AbrirRecordset(const QString &sql) const

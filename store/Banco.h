@@ -22,7 +22,8 @@ using ConversorDeLivro = std::function<void(const QString &caminho)>;
  * until the next operation, or the error report, takes it away.
  *
  * A missing file is made, empty, with both tables, at the first operation. A file that is an old Access book
- * is converted at that moment; one that is no database is left untouched and ErroBanco is thrown.
+ * is converted at that moment; one that is no database, or a book of a newer version, is left untouched and
+ * ErroBanco is thrown.
  */
 class Banco
 {
@@ -55,6 +56,15 @@ public:
     /// it would be rolled back. A journal that is not there is no failure.
     void RemoverJournal() const;
 
+    /// Told every few milliseconds how far a long piece of work has come; false asks it to stop.
+    using Andamento = std::function<bool(int feito, int total)>;
+    /// Whether the book is of an older version and so large that bringing it up is worth telling about. Small
+    /// ones are brought up when they are met. Never throws.
+    bool PrecisaEvoluir() const;
+    /// Brings the book's schema up to today's version, a piece at a time, each safe by itself. A book that
+    /// cannot be written, or a stop, leaves it usable as it is. Throws ErroBanco.
+    void Evoluir(const Andamento &andamento) const;
+
     /// What to do with an old Access book; without one such a file is refused.
     void DefinirConversor(ConversorDeLivro conversor) { m_conversor = std::move(conversor); }
     /// How long an operation waits for another program that is writing; ten seconds unless set.
@@ -64,10 +74,14 @@ private:
     /// Makes sure that the file to open is a book.
     void PrepararLivro(const QString &caminho) const;
 
+    /// Brings a small book of an older version up; one that cannot be written is read as it is.
+    void EvoluirPequeno(const QString &caminho) const;
+
     QString m_pasta; ///< native, no trailing separator
     QString m_conexao;
     ConversorDeLivro m_conversor;
     int m_esperaMs = 10000;
+    mutable bool m_naoEvolui = false; ///< tried once and could not
 };
 
 /// `pasta` with exactly one trailing backslash.

@@ -1,5 +1,7 @@
 #include "store/ExameArquivo.h"
 
+#include "store/Esquema.h"
+
 #include <QFile>
 #include <QtEndian>
 
@@ -21,13 +23,19 @@ constexpr std::size_t kTamanhoDaPagina = 16; ///< two bytes, 1 for 65536
 constexpr std::size_t kVersaoDeLeitura = 19; ///< 2 is the write-ahead log
 constexpr std::size_t kContador = 24;        ///< changes with every transaction
 constexpr std::size_t kPaginas = 28;         ///< number of pages, true if the next equals the counter
+constexpr std::size_t kVersaoDoEsquema = 60; ///< `user_version`
 constexpr std::size_t kPaginasValidasEm = 92;
 
-TipoArquivo ExaminarLivro(std::string_view cabecalho, qint64 tamanho)
+TipoArquivo ExaminarLivro(std::string_view cabecalho, qint64 tamanho, int *versao)
 {
     if (cabecalho.size() < kCabecalho)
         return TipoArquivo::Cortado;
     const char *bytes = cabecalho.data();
+    const auto numero = qFromBigEndian<qint32>(bytes + kVersaoDoEsquema);
+    if (versao)
+        *versao = numero;
+    if (numero > Esquema::kVersao)
+        return TipoArquivo::Futuro;
     // The engine takes a last page that is not whole for one that ends in zeros. What lies behind the last
     // page is harmless: a file that was longer may keep its tail when another is written over it.
     const qint64 pagina = qFromBigEndian<quint16>(bytes + kTamanhoDaPagina);
@@ -40,7 +48,7 @@ TipoArquivo ExaminarLivro(std::string_view cabecalho, qint64 tamanho)
 }
 } // namespace
 
-TipoArquivo ExaminarArquivo(const QString &caminho, QString *erro)
+TipoArquivo ExaminarArquivo(const QString &caminho, QString *erro, int *versao)
 {
     // O_NONBLOCK: a pipe of that name must not make the program wait for ever.
     const int arquivo = ::open(QFile::encodeName(caminho).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
@@ -66,7 +74,7 @@ TipoArquivo ExaminarArquivo(const QString &caminho, QString *erro)
         return TipoArquivo::Vazio;
     const std::string_view inicio(bytes.data(), static_cast<std::size_t>(lidos));
     if (inicio.starts_with("SQLite format 3\0"sv))
-        return ExaminarLivro(inicio, dados.st_size);
+        return ExaminarLivro(inicio, dados.st_size, versao);
     if (inicio.starts_with("\0\1\0\0Standard Jet DB"sv) || inicio.starts_with("\0\1\0\0Standard ACE DB"sv))
         return TipoArquivo::Access;
     return TipoArquivo::Outro;

@@ -8,12 +8,15 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QRandomGenerator>
+#include <QScopeGuard>
 #include <QThread>
 
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
+#include <cstdlib>
 #include <string_view>
 
 #include <fcntl.h>
@@ -142,7 +145,7 @@ QByteArray BytesDoLivroVazio()
     if (sqlite3_open_v2(":memory:", &memoria.conexao, SQLITE_OPEN_READWRITE | SQLITE_OPEN_MEMORY, nullptr) ==
             SQLITE_OK &&
         Funcoes::Registrar(memoria.conexao) == SQLITE_OK &&
-        sqlite3_exec(memoria.conexao, EsquemaDoLivro(), nullptr, nullptr, nullptr) == SQLITE_OK)
+        sqlite3_exec(memoria.conexao, Esquema::Livro().constData(), nullptr, nullptr, nullptr) == SQLITE_OK)
         memoria.bytes = sqlite3_serialize(memoria.conexao, "main", &tamanho, 0);
     if (!memoria.bytes)
         throw ErroBanco(Mensagem(SQLITE_ERROR, QString::fromUtf8(sqlite3_errmsg(memoria.conexao))));
@@ -358,6 +361,81 @@ void Motor::LerUmaVez()
         Falhar(rc);
 }
 
+namespace
+{
+/// Tells how far a statement has come, by the engine's own steps.
+struct Passada {
+    const Motor::Andamento &andamento;
+    int feito = 0; ///< by the pieces before
+    int peso = 0;  ///< of this piece
+    int total = 0;
+    double passos = 1; ///< that this piece will take, about
+    double dados = 0;
+    QElapsedTimer desde;
+
+    static constexpr int kPassosPorVez = 2000;
+    static constexpr int kMs = 10;
+
+    static int Contar(void *p)
+    {
+        auto *eu = static_cast<Passada *>(p);
+        eu->dados += kPassosPorVez;
+        if (!eu->desde.hasExpired(kMs))
+            return 0;
+        const double parte = std::min(eu->dados / eu->passos, 0.99);
+        const bool segue = eu->andamento(eu->feito + static_cast<int>(parte * eu->peso), eu->total);
+        eu->desde.start();
+        return segue ? 0 : 1;
+    }
+};
+} // namespace
+
+void Motor::Evoluir(const Andamento &andamento)
+{
+    sqlite3_set_authorizer(m_conexao, nullptr, nullptr);
+    const auto conferir = [this](int rc) {
+        if (rc != SQLITE_OK)
+            Falhar(rc);
+    };
+    const auto numero = [this, &conferir](const char *sql) {
+        qint64 valor = 0;
+        const auto guardar = [](void *onde, int, char **valores, char **) {
+            *static_cast<qint64 *>(onde) = valores[0] ? atoll(valores[0]) : 0;
+            return 0;
+        };
+        conferir(sqlite3_exec(m_conexao, sql, guardar, &valor, nullptr));
+        return valor;
+    };
+    constexpr int kPeso = 200;
+    constexpr double kPassosPorLinha = 20;
+    for (auto versao = static_cast<int>(numero("PRAGMA user_version")); versao < Esquema::kVersao; ++versao) {
+        const QList<QByteArray> pecas = Esquema::Passo(versao);
+        Passada passada{andamento, 0, kPeso, static_cast<int>(pecas.size()) * kPeso, 1, 0, {}};
+        passada.desde.start();
+        const QScopeGuard semPassada([this] { sqlite3_progress_handler(m_conexao, 0, nullptr, nullptr); });
+        if (andamento)
+            sqlite3_progress_handler(m_conexao, Passada::kPassosPorVez, Passada::Contar, &passada);
+        for (const QByteArray &peca : pecas) {
+            passada.passos =
+                kPassosPorLinha *
+                static_cast<double>(numero(peca.contains(" ON Receitas")
+                                               ? "SELECT max(id_receitas) FROM Receitas"
+                                               : "SELECT max(id_ingredientes) FROM Ingredientes"));
+            passada.dados = 0;
+            conferir(sqlite3_exec(m_conexao, peca.constData(), nullptr, nullptr, nullptr));
+            passada.feito += kPeso;
+        }
+        // Another copy may have gone on from here meanwhile.
+        conferir(sqlite3_exec(m_conexao, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr));
+        if (numero("PRAGMA user_version") == versao)
+            conferir(sqlite3_exec(m_conexao,
+                                  ("PRAGMA user_version=" + QByteArray::number(versao + 1)).constData(),
+                                  nullptr, nullptr, nullptr));
+        conferir(sqlite3_exec(m_conexao, "COMMIT", nullptr, nullptr, nullptr));
+    }
+    sqlite3_set_authorizer(m_conexao, Autorizar, nullptr);
+}
+
 void Motor::SairDoWal()
 {
     sqlite3_set_authorizer(m_conexao, nullptr, nullptr);
@@ -373,7 +451,7 @@ void Motor::CriarNoVazio()
     if (rc == SQLITE_OK && TemTabela("Receitas"))
         return; // another copy of the program was quicker; closing ends the transaction
     if (rc == SQLITE_OK)
-        rc = sqlite3_exec(m_conexao, EsquemaDoLivro(), nullptr, nullptr, nullptr);
+        rc = sqlite3_exec(m_conexao, Esquema::Livro().constData(), nullptr, nullptr, nullptr);
     if (rc == SQLITE_OK)
         rc = sqlite3_exec(m_conexao, "COMMIT", nullptr, nullptr, nullptr);
     if (rc != SQLITE_OK)

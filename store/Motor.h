@@ -6,6 +6,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <memory>
 
 struct sqlite3;
@@ -38,6 +39,11 @@ public:
     int Executar(const QString &sql);
     /// Reads a little, which rolls back what a crash left half done.
     void LerUmaVez();
+    /// Told every few milliseconds how much of a long piece of work is done; false asks it to stop.
+    using Andamento = std::function<bool(int feito, int total)>;
+    /// Brings the schema up to today's version, index by index, each committed by itself: what ends it (a
+    /// false from `andamento`, a failure, a kill) leaves a book that works, and the next call goes on.
+    void Evoluir(const Andamento &andamento);
     /// Brings a book that another tool left in write-ahead mode back into one file; does nothing while that
     /// tool still has it open.
     void SairDoWal();

@@ -178,10 +178,11 @@ void GravarNovoLivro(const QString &caminho, const LivroAccess &livro)
         // The file is thrown away after any failure, and forced to the disk once, by the caller.
         conexao.Executar(
             "PRAGMA journal_mode=OFF;PRAGMA synchronous=OFF;PRAGMA locking_mode=EXCLUSIVE;BEGIN");
-        conexao.Executar(EsquemaDoLivro());
+        conexao.Executar(Esquema::Tabelas().constData());
         GravarReceitas(conexao, livro);
         GravarIngredientes(conexao, livro);
         GravarContadores(conexao, livro);
+        conexao.Executar(Esquema::Restante().constData());
         conexao.Executar("COMMIT");
     }
     // A new connection sees the file and nothing else.

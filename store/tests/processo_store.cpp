@@ -3,6 +3,7 @@
 //   processo_store criar FOLDER       makes books in FOLDER/0, FOLDER/1 ... without end
 //   processo_store inserir FOLDER     inserts one recipe; prints "ok" or the error's text
 //   processo_store inserir-sem-disco FOLDER    the same, and no file may grow beyond 1000 bytes
+//   processo_store evoluir FOLDER     prints "pronto", then brings the book's schema up to today's
 //   processo_store trancar FOLDER MS  holds the book's exclusive lock for that long after printing "trancado"
 
 #include "store/Banco.h"
@@ -99,7 +100,10 @@ int main(int argc, char **argv)
             Criar(pasta);
         else if (modo == "trancar")
             Trancar(banco, QByteArray(argv[3]).toULong());
-        else if (modo == "inserir-sem-disco") {
+        else if (modo == "evoluir") {
+            Dizer("pronto");
+            banco.Evoluir({});
+        } else if (modo == "inserir-sem-disco") {
             std::signal(SIGXFSZ, SIG_IGN);
             const rlimit limite = {1000, 1000};
             if (setrlimit(RLIMIT_FSIZE, &limite) != 0)

@@ -136,6 +136,14 @@ private slots:
         QCOMPARE(Aparar(u"   "), QString(""));
     }
 
+    void controlesViramBrancos()
+    {
+        QCOMPARE(SemControles("Torta\r\nBcc: x\t" + QString(QChar(0)) + QChar(0x7F)),
+                 QString("Torta  Bcc: x   "));
+        QCOMPARE(SemControles("Pão de ló – 1ª"), QString("Pão de ló – 1ª"));
+        QCOMPARE(SemControles(""), QString(""));
+    }
+
     void removeTodosOsEnterDoFim()
     {
         QCOMPARE(RemoveEnter("Mexa.\r\n\r\n\r\n"), QString("Mexa."));

@@ -7,11 +7,12 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QImageReader>
 #include <QSaveFile>
 
 #include <algorithm>
-#include <utility>
+#include <optional>
+
+#include <sys/stat.h>
 
 namespace
 {
@@ -68,9 +69,10 @@ QString PastaDeFotos(const Banco &banco)
 
 /// commit() alone would put a cut file in place: Qt 6.4 forgets that the last of the buffer found no room. By
 /// promise nobody is told of a failure; the earlier picture stays.
-bool Confirmar(QSaveFile &destino)
+void Confirmar(QSaveFile &destino)
 {
-    return destino.flush() && destino.commit();
+    if (destino.flush())
+        destino.commit();
 }
 
 bool NomeSimples(const QString &nome)
@@ -98,10 +100,15 @@ QString Figuras::PegarNomeArquivo(qint64 lngReceita) const
     }
 }
 
-void Figuras::ApagarFigura(qint64 lngReceita) const
+QString Figuras::CaminhoDaReceita(qint64 lngReceita) const
 {
     const RecordSet rs = m_banco.AbrirRecordset(Comandos::SqlFigura(lngReceita));
-    const QString caminho = rs.Eof() ? QString() : Caminho(rs.Texto(0));
+    return rs.Eof() ? QString() : Caminho(rs.Texto(0));
+}
+
+void Figuras::ApagarFigura(qint64 lngReceita) const
+{
+    const QString caminho = CaminhoDaReceita(lngReceita);
     if (!caminho.isEmpty())
         QFile::remove(caminho); // a missing picture is no failure
 }
@@ -123,34 +130,54 @@ void Figuras::CopiarFigura(const QString &origem, qint64 lngReceita) const
 
 void Figuras::GravarFigura(const QByteArray &bytes, qint64 lngReceita) const
 {
-    QByteArray falta = bytes;
-    GravarFigura([&falta] { return std::exchange(falta, {}); }, lngReceita); // by promise, as above
-}
-
-bool Figuras::GravarFigura(const std::function<QByteArray()> &proximo, qint64 lngReceita) const
-{
     QDir().mkpath(PastaDeFotos(m_banco));
     QSaveFile destino(Caminho(Comandos::NomeFigura(lngReceita)));
     if (!destino.open(QIODevice::WriteOnly))
-        return false;
-    for (QByteArray bloco = proximo(); !bloco.isEmpty(); bloco = proximo())
-        if (destino.write(bloco) != bloco.size())
-            return false;
-    return Confirmar(destino);
+        return; // by promise, as above
+    destino.write(bytes);
+    Confirmar(destino);
+}
+
+namespace
+{
+/// What tells one state of a file from another.
+struct Impressao {
+    dev_t dispositivo = 0;
+    ino_t arquivo = 0;
+    off_t tamanho = 0;
+    qint64 alterado = 0; ///< nanoseconds
+    qint64 mudado = 0;
+
+    bool operator==(const Impressao &) const = default;
+};
+
+std::optional<Impressao> Tirar(const QString &caminho)
+{
+    struct stat dados = {};
+    if (::stat(QFile::encodeName(caminho).constData(), &dados) != 0)
+        return std::nullopt;
+    const auto nanos = [](const timespec &t) { return qint64(t.tv_sec) * 1'000'000'000 + t.tv_nsec; };
+    return Impressao{dados.st_dev, dados.st_ino, dados.st_size, nanos(dados.st_mtim), nanos(dados.st_ctim)};
+}
+} // namespace
+
+ImagemLida LerFigura(const QString &caminho)
+{
+    // Opening a recipe shows its picture in the card and in the editor behind it: it is decoded once. One
+    // picture is kept, for as long as its file stays as it is.
+    static std::optional<Impressao> s_impressao;
+    static ImagemLida s_lida;
+    const std::optional<Impressao> impressao = Tirar(caminho);
+    if (!impressao)
+        return {};
+    if (impressao != s_impressao) {
+        s_lida = LerArquivoDeImagem(caminho);
+        s_impressao = impressao;
+    }
+    return s_lida;
 }
 
 QImage CarregarImagem(const QString &caminho)
 {
-    if (!QFileInfo(caminho).isFile())
-        return {};
-    QFile arquivo(caminho);
-    if (!arquivo.open(QIODevice::ReadOnly))
-        return {};
-    // Reading from the open file, not from its name, leaves the choice of the format to the content.
-    QImageReader leitor(&arquivo);
-    const QByteArray formato = leitor.format();
-    if (formato != "bmp" && formato != "jpeg" && formato != "gif" && formato != "png")
-        return {};
-    leitor.setAutoTransform(true);
-    return leitor.read();
+    return LerFigura(caminho).imagem;
 }

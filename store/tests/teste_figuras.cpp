@@ -13,6 +13,7 @@
 #include <QTest>
 #include <QtEndian>
 
+#include <algorithm>
 #include <csignal>
 
 #include <sys/fsuid.h>
@@ -81,6 +82,37 @@ QByteArray PngGigante()
     qToBigEndian<quint32>(~crc, bytes.data() + 29);
     return bytes;
 }
+
+QByteArray Progressivo(const QImage &imagem)
+{
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    QImageWriter escritor(&buffer, "jpg");
+    escritor.setProgressiveScanWrite(true);
+    if (!escritor.write(imagem))
+        qFatal("%s", qPrintable(escritor.errorString()));
+    return bytes;
+}
+
+/// A JPEG whose header announces another size; what is missing behind it the decoder fills.
+QByteArray ComTamanho(QByteArray jpeg, const QSize &tamanho)
+{
+    const qsizetype quadro = std::max(jpeg.indexOf("\xFF\xC0"), jpeg.indexOf("\xFF\xC2"));
+    if (quadro < 0)
+        qFatal("no frame");
+    qToBigEndian<quint16>(static_cast<quint16>(tamanho.height()), jpeg.data() + quadro + 5);
+    qToBigEndian<quint16>(static_cast<quint16>(tamanho.width()), jpeg.data() + quadro + 7);
+    return jpeg;
+}
+
+/// The last scan so many times more.
+QByteArray ComPassadas(QByteArray jpeg, int mais)
+{
+    const qsizetype ultima = jpeg.lastIndexOf("\xFF\xDA");
+    const qsizetype fim = jpeg.lastIndexOf("\xFF\xD9");
+    return jpeg.insert(fim, jpeg.mid(ultima, fim - ultima).repeated(mais));
+}
 } // namespace
 
 class TesteFiguras : public QObject
@@ -114,6 +146,11 @@ private slots:
     void recusaOQueNaoEFigura();
     void recusaFigurasGigantes_data();
     void recusaFigurasGigantes();
+    void reduzFotosGrandesAoLer();
+    void contaAsPassadasDeUmJpeg();
+    void recusaJpegDePassadasDemais_data();
+    void recusaJpegDePassadasDemais();
+    void naoDecodificaDuasVezesAMesma();
     void naoEsperaPorUmCanoSemEscritor();
 
 private:
@@ -381,6 +418,74 @@ void TesteFiguras::recusaFigurasGigantes()
 {
     QFETCH(QByteArray, bytes);
     const QString caminho = Gravar("bomba.img", bytes);
+    QVERIFY(CarregarImagem(caminho).isNull());
+}
+
+/// A camera's photo: the header tells the size, the decoder fills what is missing behind it.
+void TesteFiguras::reduzFotosGrandesAoLer()
+{
+    for (const QSize &tamanho : {QSize(8000, 6000), QSize(12000, 9000), QSize(3000, 30)}) {
+        const ImagemLida lida = LerFigura(Gravar("foto.img", ComTamanho(Codificar("jpg"), tamanho)));
+        QCOMPARE(lida.estado, ImagemLida::Estado::Boa);
+        QCOMPARE(lida.imagem.size(), tamanho.scaled(kMaiorLado, kMaiorLado, Qt::KeepAspectRatio));
+    }
+    QCOMPARE(LerFigura(Gravar("foto.img", ComTamanho(Codificar("jpg"), {65500, 65500}))).estado,
+             ImagemLida::Estado::GrandeDemais);
+    QCOMPARE(LerFigura(Gravar("foto.img", BmpGigante(9000))).estado, ImagemLida::Estado::GrandeDemais);
+    QCOMPARE(LerFigura(Gravar("foto.img", "nada")).estado, ImagemLida::Estado::NaoEImagem);
+}
+
+void TesteFiguras::contaAsPassadasDeUmJpeg()
+{
+    const CustoJpeg simples = MedirJpeg(Codificar("jpg", Desenho(200, 100)));
+    QCOMPARE(simples.largura, 200);
+    QCOMPARE(simples.altura, 100);
+    QCOMPARE(simples.passadas, 1);
+    const QByteArray progressivo = Progressivo(Desenho(200, 100));
+    const int passadas = MedirJpeg(progressivo).passadas;
+    QVERIFY(passadas > 4 && passadas < 20);
+    QCOMPARE(MedirJpeg(ComPassadas(progressivo, 300)).passadas, passadas + 300);
+    // A small picture inside the file's remarks, and what lies behind the end, are no scans of this one.
+    QByteArray comentario("\xFF\xE1\x00\x08\xFF\xDA\xFF\xDA\xFF\xDA", 10);
+    QCOMPARE(MedirJpeg(QByteArray(progressivo).insert(2, comentario) + "\xFF\xDA\xFF\xDA").passadas, passadas);
+    for (const QByteArray &resto : {QByteArray(), QByteArray("GIF89a"), QByteArray("\xFF\xD8\xFF"),
+                                    QByteArray("\xFF\xD8\xFF\xE0"), QByteArray("\xFF\xD8\xFF\xE0\xFF", 5)})
+        QCOMPARE(MedirJpeg(resto).passadas, 0);
+}
+
+void TesteFiguras::recusaJpegDePassadasDemais_data()
+{
+    QTest::addColumn<QSize>("tamanho");
+    QTest::addColumn<int>("passadas");
+    QTest::addColumn<bool>("aceito");
+    QTest::newRow("foto progressiva comum") << QSize(200, 100) << 0 << true;
+    QTest::newRow("grande e progressiva") << QSize(4000, 3000) << 0 << true;
+    QTest::newRow("300 passadas") << QSize(4000, 3000) << 300 << false;
+    QTest::newRow("3000 passadas") << QSize(4000, 3000) << 3000 << false;
+    QTest::newRow("pequena, 3000 passadas") << QSize(200, 100) << 3000 << false;
+    QTest::newRow("progressiva, grande demais") << QSize(20000, 20000) << 0 << false;
+}
+
+void TesteFiguras::recusaJpegDePassadasDemais()
+{
+    QFETCH(QSize, tamanho);
+    QFETCH(int, passadas);
+    QFETCH(bool, aceito);
+    const QByteArray bytes = ComPassadas(ComTamanho(Progressivo(Desenho(200, 100)), tamanho), passadas);
+    const ImagemLida lida = LerFigura(Gravar("foto.img", bytes));
+    QCOMPARE(lida.estado, aceito ? ImagemLida::Estado::Boa : ImagemLida::Estado::GrandeDemais);
+    QCOMPARE(lida.imagem.isNull(), !aceito);
+}
+
+/// The card and the editor behind it ask for the same picture.
+void TesteFiguras::naoDecodificaDuasVezesAMesma()
+{
+    const QString caminho = Gravar("foto.img", Codificar("jpg", Desenho(20, 10)));
+    const QImage uma = CarregarImagem(caminho);
+    QCOMPARE(CarregarImagem(caminho).cacheKey(), uma.cacheKey());
+    Gravar("foto.img", Codificar("jpg", Desenho(40, 10)));
+    QCOMPARE(CarregarImagem(caminho).size(), QSize(40, 10));
+    QVERIFY(QFile::remove(caminho));
     QVERIFY(CarregarImagem(caminho).isNull());
 }
 

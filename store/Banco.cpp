@@ -67,6 +67,7 @@ void Banco::PrepararLivro(const QString &caminho) const
     int versao = Esquema::kVersao;
     TipoArquivo tipo = ExaminarArquivo(caminho, &erro, &versao);
     if (tipo == TipoArquivo::LivroWal) {
+        m_existiu = true;
         Motor(caminho, m_esperaMs).SairDoWal();
         return;
     }
@@ -89,6 +90,8 @@ void Banco::PrepararLivro(const QString &caminho) const
         m_conversor(caminho);
         tipo = ExaminarArquivo(caminho, &erro, &versao);
     }
+    if (tipo != TipoArquivo::Ausente && tipo != TipoArquivo::Vazio)
+        m_existiu = true;
     switch (tipo) {
     case TipoArquivo::Livro:
         if (versao < Esquema::kVersao)
@@ -103,7 +106,13 @@ void Banco::PrepararLivro(const QString &caminho) const
             caminho);
     case TipoArquivo::Ausente:
     case TipoArquivo::Vazio:
+        if (m_existiu)
+            throw ErroBanco("O livro de receitas sumiu da pasta enquanto o programa estava aberto.\r\n\r\n"
+                            "Devolva o arquivo dadosr.lst à pasta (ou religue o disco em que ele está) e tente "
+                            "de novo. Nada foi gravado.\r\n\r\n" +
+                            caminho);
         Motor::Criar(caminho, m_esperaMs);
+        m_existiu = true;
         return;
     case TipoArquivo::Access:
     case TipoArquivo::Cortado:
@@ -167,10 +176,28 @@ int Banco::ExecutarSQL(const QString &sql) const
     MostrarMudancas();
     const QString caminho = CaminhoDoLivro();
     PrepararLivro(caminho);
-    const int alteradas = Motor(caminho, m_esperaMs).Executar(sql);
+    Motor motor(caminho, m_esperaMs);
+    const int alteradas = motor.Executar(sql);
+    if (const qint64 numero = motor.UltimoNumero(); numero != 0)
+        m_ultimoNumero = numero;
     Ponteiro::Normal();
     MostrarMudancas();
     return alteradas;
+}
+
+std::optional<Banco::Recusa> Banco::Conferir(const QStringList &comandos) const
+{
+    const QString caminho = CaminhoDoLivro();
+    PrepararLivro(caminho);
+    Motor motor(caminho, m_esperaMs);
+    for (qsizetype i = 0; i < comandos.size(); ++i) {
+        try {
+            motor.Conferir(comandos[i]);
+        } catch (const ErroBanco &erro) {
+            return Recusa{i, erro.Mensagem()};
+        }
+    }
+    return std::nullopt;
 }
 
 void Banco::LerUmaVez() const

@@ -6,6 +6,7 @@
 #include <QStringList>
 
 #include <functional>
+#include <optional>
 
 /**
  * Turns an old Access book at this native path into a book of today, in place, or throws ErroBanco with the
@@ -21,9 +22,10 @@ using ConversorDeLivro = std::function<void(const QString &caminho)>;
  * several statements. Both operations show the hourglass while they work; one that fails leaves it showing
  * until the next operation, or the error report, takes it away.
  *
- * A missing file is made, empty, with both tables, at the first operation. A file that is an old Access book
- * is converted at that moment; one that is no database, or a book of a newer version, is left untouched and
- * ErroBanco is thrown.
+ * A missing file is made, empty, with both tables, at the first operation, which is the program's start. From
+ * the first moment that there is one, a file that is missing or empty is an error: a book that vanishes while
+ * the program runs is not replaced by an empty one. A file that is an old Access book is converted when it is
+ * met; one that is no database, or a book of a newer version, is left untouched and ErroBanco is thrown.
  */
 class Banco
 {
@@ -48,6 +50,20 @@ public:
     RecordSet AbrirRecordset(const QString &sql, const QStringList &colunas) const;
     /// Runs one statement that returns no rows. The result carries no meaning. Throws ErroBanco.
     int ExecutarSQL(const QString &sql) const;
+
+    /// The number that the engine gave to the row of the last Insert that came through here, 0 before one: what
+    /// is known of a new recipe when the promised question for its number fails.
+    qint64 UltimoNumero() const { return m_ultimoNumero; }
+
+    /// Why a statement would be refused.
+    struct Recusa {
+        qsizetype qual = 0; ///< its place in the list
+        QString motivo;     ///< as ErroBanco would say it
+    };
+    /// Looks at statements without running them: the first one that would be refused as it stands, or none.
+    /// What only running shows (a full disk, another program's lock) stays unknown. Throws ErroBanco when the
+    /// book cannot be opened.
+    std::optional<Recusa> Conferir(const QStringList &comandos) const;
 
     /// Opens the book and reads once, so that what a crash left half done is rolled back and the file alone
     /// is the whole book: before a raw copy of it. Throws ErroBanco.
@@ -82,6 +98,8 @@ private:
     ConversorDeLivro m_conversor;
     int m_esperaMs = 10000;
     mutable bool m_naoEvolui = false; ///< tried once and could not
+    mutable qint64 m_ultimoNumero = 0;
+    mutable bool m_existiu = false; ///< a file lay there once
 };
 
 /// `pasta` with exactly one trailing backslash.

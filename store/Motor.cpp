@@ -351,6 +351,16 @@ int Motor::Executar(const QString &sql)
     return sqlite3_changes(m_conexao);
 }
 
+qint64 Motor::UltimoNumero() const
+{
+    return sqlite3_last_insert_rowid(m_conexao);
+}
+
+void Motor::Conferir(const QString &sql)
+{
+    Preparar(sql);
+}
+
 void Motor::LerUmaVez()
 {
     // Any read makes the engine play back a journal that a crash left behind.

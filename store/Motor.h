@@ -37,6 +37,10 @@ public:
     RecordSet Consultar(const QString &sql, const QStringList &colunas);
     /// Runs a statement to its end and returns the number of rows it changed.
     int Executar(const QString &sql);
+    /// The number of the row that this connection inserted last, 0 for none.
+    qint64 UltimoNumero() const;
+    /// Throws what Consultar() or Executar() would throw before running the statement; runs nothing.
+    void Conferir(const QString &sql);
     /// Reads a little, which rolls back what a crash left half done.
     void LerUmaVez();
     /// Told every few milliseconds how much of a long piece of work is done; false asks it to stop.

@@ -147,6 +147,8 @@ private slots:
     void recusaLivroCortado();
     void ignoraORestoDeUmArquivoMaior();
     void recusaBancoDeOutroPrograma();
+    void oLivroQueSomeEErro_data();
+    void oLivroQueSomeEErro();
     void chamaOConversorSoParaAccess();
     void recusaAccessQueOConversorNaoConverteu();
     void trazDeVoltaUmLivroEmOutroModoDeDiario();
@@ -300,6 +302,48 @@ void TesteFalhas::recusaBancoDeOutroPrograma()
     }
     QVERIFY(!ErroDe([&] { banco.AbrirRecordset("Select * from Discos"); }).isEmpty());
     QCOMPARE(Ler(banco.CaminhoDoLivro()), bytes);
+}
+
+void TesteFalhas::oLivroQueSomeEErro_data()
+{
+    QTest::addColumn<QString>("como");
+    QTest::newRow("mudou de nome") << "nome";
+    QTest::newRow("ficou vazio") << "vazio";
+    QTest::newRow("a pasta sumiu") << "pasta";
+}
+
+/// A stick that was pulled out, a book that a synchroniser renamed: no empty one takes its place.
+void TesteFalhas::oLivroQueSomeEErro()
+{
+    QFETCH(QString, como);
+    const QString pasta = m_pasta->filePath("pendrive");
+    QVERIFY(QDir().mkpath(pasta));
+    const Banco banco(pasta);
+    banco.ExecutarSQL(SqlInserirReceita(UmaReceita("Sal"), kDia));
+    const QByteArray livro = Ler(banco.CaminhoDoLivro());
+    const QString longe = m_pasta->filePath("longe");
+    if (como == "pasta")
+        QVERIFY(QDir().rename(pasta, longe));
+    else
+        QVERIFY(QFile::rename(banco.CaminhoDoLivro(), longe));
+    if (como == "vazio")
+        Gravar(banco.CaminhoDoLivro(), {});
+
+    const auto operacoes = {
+        std::function<void()>([&] { banco.AbrirRecordset(SqlLista()); }),
+        std::function<void()>([&] { banco.ExecutarSQL(SqlInserirReceita(UmaReceita("Mel"), kDia)); }),
+        std::function<void()>([&] { banco.Conferir({SqlExcluirReceita(1)}); }),
+        std::function<void()>([&] { banco.LerUmaVez(); })};
+    for (const auto &operacao : operacoes)
+        QVERIFY2(ErroDe(operacao).startsWith("O livro de receitas sumiu da pasta"), qPrintable(ErroDe(operacao)));
+    QCOMPARE(QFileInfo(banco.CaminhoDoLivro()).size(), 0);
+
+    // It comes back, and everything is as before.
+    if (como == "pasta")
+        QVERIFY(QDir().rename(longe, pasta));
+    else
+        Gravar(banco.CaminhoDoLivro(), livro);
+    QCOMPARE(Nomes(banco), QStringList("Sal"));
 }
 
 void TesteFalhas::chamaOConversorSoParaAccess()
@@ -505,7 +549,7 @@ void TesteFalhas::oDiarioVelhoNaoEntraNumLivroNovo()
     banco.ExecutarSQL(SqlInserirReceita(UmaReceita("Sal"), kDia));
     DeixarPelaMetade(banco, queda.path());
     const Banco caido(queda.path());
-    QVERIFY(QFile::remove(caido.CaminhoDoLivro()));
+    QVERIFY(QFile::remove(caido.CaminhoDoLivro())); // before the program starts
     QVERIFY(Nomes(caido).isEmpty());
     QCOMPARE(Integridade(caido.CaminhoDoLivro()), "ok");
 }

@@ -4,7 +4,6 @@
 #include "packages/Base64Class.h"
 #include "packages/Pacote.h"
 #include "packages/Recipiente.h"
-#include "packages/TextoDoPacote.h"
 
 #include <QBuffer>
 
@@ -27,27 +26,20 @@ void LerPacote(const QByteArray &bytes)
     QBuffer arquivo;
     arquivo.setData(bytes);
     arquivo.open(QIODevice::ReadOnly);
-    Pacote::Texto pacote;
-    if (pacote.Abrir(arquivo) != Pacote::Texto::Abertura::Aberto) {
-        Exigir(!bytes.startsWith(Pacote::EscreverCabecalho() + "<RECEITA>") ||
-               bytes.count("<RECEITA>") > Pacote::kMaisReceitas);
-        return;
-    }
-    for (qsizetype i = 0; i < std::min<qsizetype>(pacote.Quantas(), 100); ++i) {
-        const Pacote::Registro registro = pacote[i];
-        Exigir(registro.Tudo().size() <= 2 * bytes.size() + 2);
+    const QString texto = Pacote::LerTexto(arquivo);
+    Exigir(texto.isEmpty() || texto.endsWith("\r\n"));
+    Exigir(texto.size() <= 2 * bytes.size() + 2);
+
+    const std::optional<Pacote::Texto> pacote = Pacote::Texto::Dividir(texto);
+    Exigir(pacote || !texto.startsWith(Pacote::Cabecalho() + "\r\n<RECEITA>"));
+    for (qsizetype i = 0; pacote && i < std::min<qsizetype>(pacote->Quantas(), 100); ++i) {
+        const Pacote::Registro &registro = (*pacote)[i];
         for (const QStringView tag : {QStringView(u"NOME"), QStringView(u"TIPO"), QStringView(u"FIGURA")})
-            Exigir(registro.Valor(tag).size() <= registro.Tudo().size());
-        Exigir(registro.Valor(u"NOME").startsWith(pacote.Nome(i, 20)));
+            Exigir(registro.Valor(tag).size() <= texto.size());
         Pacote::DesfazerVirgulas(Pacote::DesfazerQuebras(registro.Valor(u"MODO")));
-        qsizetype figura = 0;
-        Pacote::LeitorDaFigura leitor = registro.AbrirFigura();
-        for (QByteArray bloco = leitor.LerBloco(); !bloco.isEmpty(); bloco = leitor.LerBloco())
-            figura += bloco.size();
-        Exigir(figura <= bytes.size());
-        registro.Excesso();
+        Exigir(registro.DadosFigura().size() <= registro.Valor(u"DADOS_FIGURA").size());
         for (const Pacote::Registro &item : registro.Itens())
-            Exigir(item.Valor(u"INGREDIENTE").size() <= registro.Tudo().size());
+            Exigir(item.Valor(u"INGREDIENTE").size() <= texto.size());
     }
 }
 

@@ -29,23 +29,17 @@
 
 namespace
 {
-/// What became of the package named on the command line.
-struct Importacao {
-    bool segue = false;  ///< else the program ends here
-    bool entrou = false; ///< the book has recipes that it had not
-};
-
-Importacao ImportarPacote(const Banco &banco, const Figuras &figuras, Avisos &avisos, const QString &pacote)
+/// Imports the package named on the command line. False: the program ends here.
+bool ImportarPacote(const Banco &banco, const Figuras &figuras, Avisos &avisos, const QString &pacote)
 {
     InstalarFontes();
-    Importacao importacao;
+    bool segue = false;
     Proteger(avisos, [&] {
         RelogioDoSistema relogio;
         frmImportacao dialogo(banco, figuras, avisos, relogio);
-        importacao.segue = dialogo.Executar(pacote) == frmImportacao::Desfecho::Importado;
-        importacao.entrou = dialogo.AlgumaEntrou();
+        segue = dialogo.Executar(pacote) == frmImportacao::Desfecho::Importado;
     });
-    return importacao;
+    return segue;
 }
 } // namespace
 
@@ -76,14 +70,10 @@ int main(int argc, char *argv[])
 
     CopiaUnica copia(pasta);
     if (!copia.Primeira()) {
-        const bool entrou = !pacote.isEmpty() && ImportarPacote(banco, figuras, avisos, pacote).entrou;
+        const bool importou = !pacote.isEmpty() && ImportarPacote(banco, figuras, avisos, pacote);
         for (const QString &texto : std::as_const(recados))
             avisos.Avisar(texto, Avisos::Icone::Informacao);
-        // A package that brought nothing is no reason to touch what the first copy shows.
-        if (entrou)
-            copia.Entregar(CopiaUnica::Aviso::ImportacaoTerminada);
-        else if (pacote.isEmpty())
-            copia.Entregar(CopiaUnica::Aviso::Ativar);
+        copia.Entregar(importou ? CopiaUnica::Aviso::ImportacaoTerminada : CopiaUnica::Aviso::Ativar);
         return 0;
     }
     copia.Escutar();
@@ -106,7 +96,7 @@ int main(int argc, char *argv[])
 
     if (!pacote.isEmpty()) {
         janela.Completar(); // a restore that was cut off ends before the book is read
-        if (!ImportarPacote(banco, figuras, avisos, pacote).segue)
+        if (!ImportarPacote(banco, figuras, avisos, pacote))
             return 0;
     }
     for (const QString &texto : std::as_const(recados))

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "packages/RecipienteEmFatias.h"
+#include "backup/RecipienteEmFatias.h"
 
 #include <QString>
 

@@ -130,7 +130,10 @@ void Gravar(benchmark::State &estado)
     for (int linha = 0; linha < kLinhas; ++linha)
         tela.ingredientes += LinhaIngrediente{"2", "xícaras", NomeDaLinha(linha)}.Tag();
     Comparar(
-        estado, Contagem::Parede, [&] { GravarReceita(livro.banco, figuras, relogio, tela); },
+        estado, Contagem::Parede, [&] {
+            EstadoDaTela nova = tela; // the save gives it its number
+            GravarReceita(livro.banco, figuras, relogio, nova);
+        },
         [&livro] { GravarNu(livro.Caminho()); });
 }
 

@@ -25,6 +25,8 @@ public:
     static void Definir(QTreeWidgetItem &no, const LinhaIngrediente &linha);
 
     bool EhRaiz(const QTreeWidgetItem *no) const { return no == Raiz(); }
+    /// Node of line `i`, from 0; null when there is none.
+    QTreeWidgetItem *Linha(int i) const { return Raiz()->child(i); }
     int Linhas() const { return Raiz()->childCount(); }
     /// Tags of the lines, in tree order.
     QStringList Tags() const;

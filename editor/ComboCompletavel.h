@@ -3,6 +3,8 @@
 #include "base/CampoTexto.h"
 #include "editor/BuscaPrefixo.h"
 
+#include <QLineEdit>
+
 class CampoDeCombo;
 
 /**
@@ -21,6 +23,8 @@ public:
     ComboCompletavel(const QString &nome, int limite, bool &blnApagandoCombo, QWidget *parent = nullptr);
 
     int Limite() const;
+    /// Whether the user is in it: the box or its text field has the focus.
+    bool TemFoco() const { return hasFocus() || lineEdit()->hasFocus(); }
     /// Cuts the text to the limit, as losing the focus does. For actions that an access key starts, which do
     /// not move the focus.
     void CortarNoLimite();

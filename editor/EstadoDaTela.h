@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 #include <QStringList>
 
@@ -20,5 +21,8 @@ struct EstadoDaTela {
     QString txtTipoRect;         ///< the kind of a recipe that came in a package
     QStringList ingredientes;    ///< tags of the ingredient lines, in tree order (LinhaIngrediente.h)
     QString imgFigura;           ///< the picture's tag (EstadoFigura.h)
+    /// The bytes of the stored picture while the tag says that it stays: the recipe may be deleted meanwhile, and
+    /// its file with it.
+    QByteArray figuraAntiga;
     bool figuraMostrada = false; ///< whether a picture shows, the placeholder not counted
 };

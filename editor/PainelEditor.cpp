@@ -2,6 +2,7 @@
 
 #include "base/Avisos.h"
 #include "base/Fontes.h"
+#include "base/Ponteiro.h"
 #include "base/Protegido.h"
 #include "base/Texto.h"
 #include "base/Twips.h"
@@ -12,6 +13,7 @@
 #include "editor/QuadroFigura.h"
 #include "editor/QuadroIngredientes.h"
 #include "editor/QuadroValores.h"
+#include "editor/RecusaDeGravacao.h"
 #include "editor/Rotulo.h"
 #include "store/Banco.h"
 #include "store/Comandos.h"
@@ -23,6 +25,7 @@
 #include <QGroupBox>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScopeGuard>
 #include <QScrollArea>
 
 namespace
@@ -256,9 +259,7 @@ void PainelEditor::CarregarValoresDetalheReceita(quint8 bytTipo)
 
 void PainelEditor::Preencher(const EstadoDaTela &tela)
 {
-    m_txtNroReceita->setText(tela.txtNroReceita);
-    // What has no number yet is not in the book and cannot be deleted from it.
-    m_cmdExcluirRct->setEnabled(!tela.txtNroReceita.isEmpty());
+    MostrarNumero(tela.txtNroReceita);
     m_txtOrigem->setText(tela.txtOrigem);
     m_txtOrigem->setCursorPosition(0);
     m_txtOrigem->setVisible(!tela.txtOrigem.isEmpty());
@@ -270,6 +271,13 @@ void PainelEditor::Preencher(const EstadoDaTela &tela)
     m_txtObs->DefinirTexto(tela.txtObs);
     m_fraValores->Definir(tela);
     m_fraIngredientes->DefinirLinhas(tela.ingredientes);
+}
+
+void PainelEditor::MostrarNumero(const QString &numero)
+{
+    m_txtNroReceita->setText(numero);
+    // What has no number yet is not in the book and cannot be deleted from it.
+    m_cmdExcluirRct->setEnabled(!numero.isEmpty());
 }
 
 void PainelEditor::NovaReceita()
@@ -289,9 +297,7 @@ void PainelEditor::Carregar(qint64 lngReceita)
     m_focarAoMostrar = false;
     Preencher(lida.tela);
     const bool temFigura =
-        !lida.figura.isEmpty() && m_fraFigura->MostrarAntiga(m_figuras.Caminho(lida.figura));
-    if (!temFigura)
-        m_fraFigura->Limpar();
+        m_fraFigura->MostrarAntiga(lida.figura.isEmpty() ? QString() : m_figuras.Caminho(lida.figura));
     (temFigura ? m_optImagem : m_optIngredientes)->setChecked(true);
     m_rolagem->ensureVisible(0, 0);
 }
@@ -325,17 +331,46 @@ bool PainelEditor::Validar()
 
 void PainelEditor::Salvar()
 {
-    m_cmbTipo->CortarNoLimite();
+    // An access key leaves the focus where it is. A type that nobody touched stays as it was stored.
+    if (m_cmbTipo->TemFoco())
+        m_cmbTipo->CortarNoLimite();
     if (!Validar())
         return;
     m_cmbTipo->LembrarValor(m_cmbTipo->currentText());
-    const qint64 lngReceita = GravarReceita(m_banco, m_figuras, m_relogio, DadosDaTela());
-    // From here on the screen shows a recipe of the book: saving it once more changes it, and does not enter
-    // it twice.
-    m_txtNroReceita->setText(QString::number(lngReceita));
-    m_cmdExcluirRct->setEnabled(true);
-    m_fraFigura->DarPorGravada();
+    EstadoDaTela tela = DadosDaTela();
+    // As soon as the recipe is in the book the screen says so, even if the save fails after that: saving it
+    // once more changes it, and does not enter it twice.
+    const auto numerar = qScopeGuard([&] { MostrarNumero(tela.txtNroReceita); });
+    try {
+        GravarReceita(m_banco, m_figuras, m_relogio, tela);
+    } catch (const RecusaDeGravacao &recusa) {
+        MostrarRecusa(recusa);
+        return;
+    }
+    MostrarNumero(tela.txtNroReceita);
+    m_fraFigura->DarPorGravada(tela.txtNroReceita.toLongLong());
     emit receitaSalva();
+}
+
+void PainelEditor::MostrarRecusa(const RecusaDeGravacao &recusa)
+{
+    Ponteiro::NormalSempre();
+    m_avisos.Avisar(recusa.Mensagem(), Avisos::Icone::Parada);
+    switch (recusa.OndeFoi()) {
+    case RecusaDeGravacao::Onde::Porcoes:
+        m_fraValores->FocarPorcoes();
+        break;
+    case RecusaDeGravacao::Onde::Calorias:
+        m_fraValores->FocarCalorias();
+        break;
+    case RecusaDeGravacao::Onde::Linha:
+        m_optIngredientes->setChecked(true);
+        m_fraIngredientes->Apontar(recusa.Linha());
+        break;
+    case RecusaDeGravacao::Onde::Receita:
+        m_txtNome->setFocus();
+        break;
+    }
 }
 
 EstadoDaTela PainelEditor::DadosDaTela() const
@@ -351,6 +386,7 @@ EstadoDaTela PainelEditor::DadosDaTela() const
     tela.txtTipoRect = m_txtTipoRect->text();
     tela.ingredientes = m_fraIngredientes->Linhas();
     tela.imgFigura = m_fraFigura->Tag();
+    tela.figuraAntiga = m_fraFigura->BytesAntigos();
     tela.figuraMostrada = m_fraFigura->FiguraMostrada();
     return tela;
 }

@@ -19,6 +19,7 @@ class QScrollArea;
 class QuadroFigura;
 class QuadroIngredientes;
 class QuadroValores;
+class RecusaDeGravacao;
 class Relogio;
 class SeletorArquivos;
 
@@ -87,6 +88,9 @@ private:
     void MostrarFoco();
     void MostrarQuadro();
     bool Validar();
+    /// Shows why a save was refused and puts the focus where it is to be mended.
+    void MostrarRecusa(const RecusaDeGravacao &recusa);
+    void MostrarNumero(const QString &numero);
     bool Recusar(const QString &texto, QWidget &campo);
     void AtualizarRolagem();
 

@@ -7,10 +7,26 @@
 #include "editor/ImagemFigura.h"
 #include "editor/Rotulo.h"
 #include "store/Banco.h"
+#include "store/Comandos.h"
 #include "store/Figuras.h"
 
+#include <QFile>
 #include <QHBoxLayout>
 #include <QPushButton>
+
+namespace
+{
+// A camera's largest; what lies beyond is not worth its place in memory.
+constexpr qint64 kMaisBytes = 64LL * 1024 * 1024;
+
+QByteArray LerBytes(const QString &caminho)
+{
+    QFile arquivo(caminho);
+    if (!arquivo.open(QIODevice::ReadOnly) || arquivo.size() > kMaisBytes)
+        return {};
+    return arquivo.readAll();
+}
+} // namespace
 
 QuadroFigura::QuadroFigura(const Banco &banco, Avisos &avisos, SeletorArquivos &seletor, QWidget *parent)
     // The same caption as the ingredients' frame, on purpose: the two stand in one place.
@@ -57,6 +73,8 @@ void QuadroFigura::Mostrar(const QImage &imagem, const QString &tag)
 {
     m_imgFigura->Mostrar(imagem);
     m_imgFigura->DefinirTag(tag);
+    m_imgFigura->setToolTip(QString());
+    m_bytesAntigos.clear();
     m_cmdLimparFig->setVisible(tag != EstadoFigura::kNada);
 }
 
@@ -67,13 +85,16 @@ void QuadroFigura::Limpar()
 
 bool QuadroFigura::MostrarAntiga(const QString &caminho)
 {
-    const QImage imagem = caminho.isEmpty() ? QImage() : CarregarImagem(caminho);
-    if (imagem.isNull()) {
-        Limpar();
+    Limpar();
+    const ImagemLida lida = caminho.isEmpty() ? ImagemLida() : LerFigura(caminho);
+    if (lida.estado == ImagemLida::Estado::NaoEImagem)
         return false;
-    }
-    Mostrar(imagem, EstadoFigura::kAntiga);
-    return true;
+    const bool boa = lida.estado == ImagemLida::Estado::Boa;
+    Mostrar(boa ? lida.imagem : m_imgNada->pixmap(Qt::ReturnByValue).toImage(), EstadoFigura::kAntiga);
+    if (!boa)
+        m_imgFigura->setToolTip("A imagem é grande demais para ser mostrada. Ela continua guardada.");
+    m_bytesAntigos = LerBytes(caminho);
+    return boa;
 }
 
 void QuadroFigura::Escolher()
@@ -99,10 +120,17 @@ QString QuadroFigura::Tag() const
     return m_imgFigura->Tag();
 }
 
-void QuadroFigura::DarPorGravada()
+QByteArray QuadroFigura::BytesAntigos() const
 {
-    if (Tag() != EstadoFigura::kNada)
-        m_imgFigura->DefinirTag(EstadoFigura::kAntiga);
+    return m_bytesAntigos;
+}
+
+void QuadroFigura::DarPorGravada(qint64 lngReceita)
+{
+    if (Tag() == EstadoFigura::kNada)
+        return;
+    m_imgFigura->DefinirTag(EstadoFigura::kAntiga);
+    m_bytesAntigos = LerBytes(Figuras(m_banco).Caminho(Comandos::NomeFigura(lngReceita)));
 }
 
 bool QuadroFigura::FiguraMostrada() const

@@ -22,11 +22,14 @@ public:
     /// Shows the placeholder; the tag becomes "NADA".
     void Limpar();
     /// Shows the recipe's stored picture with the tag "OLD". A file that is missing or no picture gives the
-    /// placeholder and false.
+    /// placeholder and false. One that is too large to be shown gives the placeholder and false too, but keeps
+    /// its tag: saving the recipe leaves it alone.
     bool MostrarAntiga(const QString &caminho);
     QString Tag() const;
+    /// The stored picture's bytes while the tag is "OLD", empty when they are too many to keep.
+    QByteArray BytesAntigos() const;
     /// After a save the picture on screen is the recipe's own.
-    void DarPorGravada();
+    void DarPorGravada(qint64 lngReceita);
     /// Whether a picture is shown, the placeholder not counted.
     bool FiguraMostrada() const;
 
@@ -41,5 +44,6 @@ private:
     QLabel *m_imgNada;
     QPushButton *m_cmdSalvarFig;
     QPushButton *m_cmdLimparFig;
+    QByteArray m_bytesAntigos;
     QString m_pastaInicial; ///< where the last picture came from, until the program ends
 };

@@ -103,10 +103,30 @@ void QuadroIngredientes::FocarIngrediente()
     m_cmbIngrediente->setFocus();
 }
 
+void QuadroIngredientes::Apontar(qsizetype i)
+{
+    QTreeWidgetItem *no = m_arvore->Linha(static_cast<int>(i));
+    if (!no)
+        return;
+    m_arvore->setCurrentItem(no);
+    m_arvore->scrollToItem(no);
+    const bool vazio = m_txtQtde->text().isEmpty() && m_cmbMedida->currentText().isEmpty() &&
+                       m_cmbIngrediente->currentText().isEmpty();
+    if (!vazio) {
+        m_arvore->setFocus();
+        return;
+    }
+    Escolher(no);
+    m_txtQtde->setFocus();
+}
+
 void QuadroIngredientes::Salvar()
 {
-    m_cmbIngrediente->CortarNoLimite();
-    m_cmbMedida->CortarNoLimite();
+    // An access key leaves the focus where it is. A box that has lost it was cut then, and one that never had
+    // it holds what an older book stored, whole.
+    for (ComboCompletavel *combo : {m_cmbIngrediente, m_cmbMedida})
+        if (combo->TemFoco())
+            combo->CortarNoLimite();
     const LinhaIngrediente linha =
         LinhaIngrediente::De(m_txtQtde->text(), m_cmbMedida->currentText(), m_cmbIngrediente->currentText());
     if (linha.ingrediente.isEmpty()) {

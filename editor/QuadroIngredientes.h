@@ -31,6 +31,9 @@ public:
     /// Clears the three entry fields, hides cmdLimparDados and forgets the line being changed.
     void EsquecerLinhaEmEdicao();
     void FocarIngrediente();
+    /// Shows line `i` (from 0) for mending, as a click on it does; what is half typed in the entry fields stays
+    /// there, and then the line is only selected.
+    void Apontar(qsizetype i);
 
 private:
     void Salvar();

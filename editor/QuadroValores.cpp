@@ -83,3 +83,15 @@ void QuadroValores::Ler(EstadoDaTela &tela) const
     tela.optReceita = m_optReceita->isChecked();
     tela.optPorcao = m_optPorcao->isChecked();
 }
+
+void QuadroValores::FocarPorcoes()
+{
+    m_txtPorcoes->setFocus();
+    m_txtPorcoes->selectAll();
+}
+
+void QuadroValores::FocarCalorias()
+{
+    m_txtCalorias->setFocus();
+    m_txtCalorias->selectAll();
+}

@@ -21,6 +21,8 @@ public:
 
     void Definir(const EstadoDaTela &tela);
     void Ler(EstadoDaTela &tela) const;
+    void FocarPorcoes();
+    void FocarCalorias();
 
 private:
     CampoTexto *m_txtPorcoes;

@@ -47,8 +47,10 @@ int main(int argc, char *argv[])
         const RelogioDoSistema relogio;
         const QString exemplos = QString::fromLocal8Bit(argv[2]);
         const QList<ReceitaExemplo> receitas = LeitorExemplos::LerPasta(exemplos + "/receitas");
-        for (const ReceitaExemplo &receita : receitas)
-            GravarReceita(banco, figuras, relogio, ComoNaTela(receita, exemplos + "/figuras"));
+        for (const ReceitaExemplo &receita : receitas) {
+            EstadoDaTela tela = ComoNaTela(receita, exemplos + "/figuras");
+            GravarReceita(banco, figuras, relogio, tela);
+        }
         std::printf("%d receitas\n", int(receitas.size()));
     } catch (const std::exception &erro) {
         std::fprintf(stderr, "encher_livro: %s\n", erro.what());

@@ -6,6 +6,7 @@
 #include "base/Separadores.h"
 #include "store/Comandos.h"
 #include "store/ErroBanco.h"
+#include "store/tests/GravacaoQueFalha.h"
 
 #include <QSignalSpy>
 
@@ -288,6 +289,181 @@ private slots:
         B().Clicar("cmdSalvarRct");
         QCOMPARE(salva.size(), 1);
         QCOMPARE(B().Linhas("Select Nome from Receitas"), QStringList("Bolo de fubá"));
+    }
+
+    void oNumeroRecusadoGanhaOFoco_data()
+    {
+        QTest::addColumn<QString>("campo");
+        QTest::addColumn<QString>("valor");
+        QTest::addColumn<QString>("nome");
+        QTest::newRow("rendimento com vírgula") << "txtPorcoes"
+                                                << "1,5"
+                                                << "Rendimento";
+        QTest::newRow("só o sinal") << "txtPorcoes"
+                                    << "-"
+                                    << "Rendimento";
+        QTest::newRow("calorias com vírgula") << "txtCalorias"
+                                              << "1,5"
+                                              << "Calorias";
+        QTest::newRow("calorias só com o sinal") << "txtCalorias"
+                                                 << "-"
+                                                 << "Calorias";
+    }
+    void oNumeroRecusadoGanhaOFoco()
+    {
+        QFETCH(QString, campo);
+        QFETCH(QString, valor);
+        QFETCH(QString, nome);
+        B().EntrarMinimo();
+        B().Digitar(campo.toLatin1().constData(), valor);
+        B().Clicar("optImagem");
+        B().Clicar("cmdSalvarRct");
+        QCOMPARE(B().avisos.avisos.size(), 1);
+        QVERIFY2(B().avisos.avisos[0].section(".", 0, 0).contains(nome), qPrintable(B().avisos.avisos[0]));
+        QCOMPARE(Foco(), campo);
+        QVERIFY(B().Linhas("Select Nome from Receitas").isEmpty());
+    }
+
+    void umNumeroQuebradoGuardadoENomeado()
+    {
+        const qint64 n = Gravada();
+        B().banco.ExecutarSQL("Update Receitas set Porcoes = '2,5'");
+        B().painel->Carregar(n);
+        QCOMPARE(B().Campo("txtPorcoes")->text(), "2,5");
+        B().Clicar("cmdSalvarRct");
+        QVERIFY(B().avisos.avisos.value(0).startsWith("O campo Rendimento"));
+        QCOMPARE(Foco(), "txtPorcoes");
+        QCOMPARE(B().Linhas("Select Porcoes from Receitas"), QStringList("2,5"));
+    }
+
+    void aLinhaRecusadaVemParaSerMudada()
+    {
+        B().EntrarMinimo();
+        B().Colar("txtQtde", "1 copo d'água");
+        B().Digitar("cmbIngrediente", "gelo");
+        B().Clicar("cmdSalvarIngredientes");
+        B().Clicar("optImagem");
+        B().Clicar("cmdSalvarRct");
+        QVERIFY(B().avisos.avisos.value(0).startsWith("O ingrediente 2, \"1 copo d'água gelo\""));
+        QVERIFY(IngredientesNaFrente());
+        QCOMPARE(Foco(), "txtQtde");
+        QCOMPARE(B().Campo("txtQtde")->text(), "1 copo d'água");
+        QVERIFY(B().Linhas("Select Nome from Receitas").isEmpty());
+        // Mended there and then.
+        B().Campo("txtQtde")->clear();
+        B().Digitar("txtQtde", "1 copo");
+        B().Clicar("cmdSalvarIngredientes");
+        B().Clicar("cmdSalvarRct");
+        QCOMPARE(B().Linhas("Select Quantidade from Ingredientes Order By id_ingredientes"),
+                 QStringList({"2", "1 copo"}));
+    }
+
+    void aLinhaRecusadaNaoTomaOQueEstaMeioDigitado()
+    {
+        B().EntrarMinimo();
+        B().Colar("txtQtde", "d'água");
+        B().Digitar("cmbIngrediente", "gelo");
+        B().Clicar("cmdSalvarIngredientes");
+        B().Digitar("cmbIngrediente", "lim");
+        B().Clicar("cmdSalvarRct");
+        QCOMPARE(B().Combo("cmbIngrediente")->currentText(), "lim");
+        QCOMPARE(Foco(), "TrVwIngredientes");
+        QVERIFY(B().Linha(1)->isSelected());
+    }
+
+    void oTipoEAUnidadeLongosQueNinguemTocouFicamInteiros()
+    {
+        const qint64 n = Gravada();
+        const QString tipo(45, 't');
+        const QString unidade(33, 'u');
+        B().banco.ExecutarSQL("Update Receitas set Classificacao = '" + tipo + "'");
+        B().banco.ExecutarSQL("Update Ingredientes set Unidade = '" + unidade + "'");
+        B().painel->Carregar(n);
+        B().Controle("txtModo")->setFocus();
+        QTest::keyClick(B().Controle("txtModo"), Qt::Key_S, Qt::AltModifier);
+        QTRY_COMPARE(B().Linhas("Select Classificacao from Receitas"), QStringList(tipo));
+        QCOMPARE(B().Linhas("Select Unidade from Ingredientes"), QStringList(unidade));
+        // A line that is changed in another part.
+        B().painel->Carregar(n);
+        B().ClicarNo(B().Linha(0));
+        B().Digitar("cmbIngrediente", "x");
+        B().Clicar("cmdSalvarIngredientes");
+        B().Clicar("cmdSalvarRct");
+        QCOMPARE(B().Linhas("Select Unidade from Ingredientes"), QStringList(unidade));
+    }
+
+    void salvarOQueFoiExcluidoNesseMeioTempoGravaDeNovo()
+    {
+        const QString figura = B().CriarFigura("um.bmp", Qt::red, "BMP");
+        const qint64 n = Gravada(figura);
+        QSignalSpy salva(B().painel, &PainelEditor::receitaSalva);
+        B().painel->Carregar(n);
+        B().figuras.ApagarFigura(n);
+        B().banco.ExecutarSQL(Comandos::SqlExcluirReceita(n));
+        B().banco.ExecutarSQL(Comandos::SqlExcluirIngredientes(n));
+        B().Clicar("cmdSalvarRct");
+        QCOMPARE(salva.size(), 1);
+        QVERIFY(B().avisos.avisos.isEmpty());
+        QCOMPARE(B().Linhas("Select id_receitas,Nome,Figura from Receitas"),
+                 QStringList("2|Bolo de fubá|F0000002.img"));
+        QCOMPARE(B().Linhas("Select id_receitas,Ingrediente from Ingredientes"), QStringList("2|fubá"));
+        QCOMPARE(B().FiguraGravada(2), Bancada::Bytes(figura));
+        QCOMPARE(B().Campo("txtNroReceita")->text(), "2");
+    }
+
+    void repetirUmaGravacaoQueFalhouNaoDobraAReceita()
+    {
+        QSignalSpy salva(B().painel, &PainelEditor::receitaSalva);
+        B().EntrarMinimo();
+        B().Linhas("Select Nome from Receitas"); // the book is made
+        for (int n = 0; B().Campo("txtNroReceita")->text().isEmpty(); ++n) {
+            const GravacaoQueFalha falha(n);
+            B().Clicar("cmdSalvarRct");
+        }
+        // The recipe's row was written; its line was not.
+        QVERIFY(B().Linhas("Select Ingrediente from Ingredientes").isEmpty());
+        QVERIFY(!B().avisos.avisos.isEmpty());
+        QCOMPARE(salva.size(), 0);
+        B().Clicar("cmdSalvarRct");
+        QCOMPARE(salva.size(), 1);
+        QCOMPARE(B().Linhas("Select id_receitas,Nome from Receitas"), QStringList("1|Bolo de fubá"));
+        QCOMPARE(B().Linhas("Select id_receitas,Ingrediente from Ingredientes"), QStringList("1|fubá"));
+    }
+
+    /// A picture that is too large to be shown is still the recipe's picture.
+    void abrirESalvarNuncaTiraAFigura_data()
+    {
+        QTest::addColumn<int>("largura");
+        QTest::addColumn<int>("altura");
+        QTest::addColumn<bool>("mostrada");
+        QTest::newRow("48 megapixels") << 8000 << 6000 << true;
+        QTest::newRow("108 megapixels") << 12000 << 9000 << true;
+        QTest::newRow("4 gigapixels") << 65500 << 65500 << false;
+    }
+    void abrirESalvarNuncaTiraAFigura()
+    {
+        QFETCH(int, largura);
+        QFETCH(int, altura);
+        QFETCH(bool, mostrada);
+        const qint64 n = Gravada(B().CriarFigura("um.jpg", Qt::red, "JPG"));
+        // The header tells the size; what is missing behind it is filled by the decoder.
+        QByteArray foto = B().FiguraGravada(1);
+        const qsizetype quadro = foto.indexOf("\xFF\xC0");
+        QVERIFY(quadro > 0);
+        for (const auto &[onde, valor] : {std::pair{5, altura}, {7, largura}}) {
+            foto[quadro + onde] = static_cast<char>(valor >> 8);
+            foto[quadro + onde + 1] = static_cast<char>(valor & 0xFF);
+        }
+        QFile arquivo(B().banco.Caminho("Fotos\\F0000001.img"));
+        QVERIFY(arquivo.open(QIODevice::WriteOnly));
+        arquivo.write(foto);
+        arquivo.close();
+        B().painel->Carregar(n);
+        QCOMPARE(TagDaFigura(), "OLD");
+        QCOMPARE(FiguraNaFrente(), mostrada);
+        B().Clicar("cmdSalvarRct");
+        QCOMPARE(B().Linhas("Select Figura from Receitas"), QStringList("F0000001.img"));
+        QCOMPARE(B().FiguraGravada(1), foto);
     }
 
     void comentarioNoNumeroNaoMudaOutrasReceitas()

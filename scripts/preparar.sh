@@ -6,6 +6,8 @@ PACOTES_PROGRAMA=(
     libcups2-dev libsqlite3-dev zlib1g-dev libxml2-dev
     fonts-dejavu-core
 )
+# What only the companion program `livro` links.
+PACOTES_LIVRO=(libzip-dev)
 PACOTES_TELA_VIRTUAL=(xvfb xauth openbox imagemagick)
 PACOTES_TESTE=(
     libbenchmark-dev python3 sqlite3 mdbtools

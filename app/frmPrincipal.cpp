@@ -163,8 +163,9 @@ void frmPrincipal::CriarOperacoes()
     ListaParaExportar &listaParaExportar = *this;
     JanelaDoBackup &janelaDoBackup = *this;
     m_exclusao = std::make_unique<Exclusao>(m_banco, m_portas.avisos, *m_telas, *m_lista);
-    m_impressao = std::make_unique<Impressao>(m_banco, m_figuras, m_portas.avisos, *m_picMsg,
-                                              m_portas.impressoras, m_portas.site, this);
+    m_impressao = std::make_unique<Impressao>(
+        m_banco, m_figuras, m_portas.avisos, *m_picMsg, m_portas.impressoras, m_portas.site,
+        [this](qint64 lngReceita) { return m_lista->NomeDaReceita(lngReceita); }, this);
     m_email = std::make_unique<EnvioEmail>(m_banco, m_figuras, m_portas.avisos, *m_telas, m_portas.abridor,
                                            m_portas.site);
     m_exportacao = std::make_unique<Exportacao>(m_banco, m_figuras, m_portas.avisos, *m_picMsg, *m_telas,

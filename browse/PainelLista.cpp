@@ -165,6 +165,12 @@ QList<qint64> PainelLista::ReceitasSelecionadas() const
     return receitas;
 }
 
+QString PainelLista::NomeDaReceita(qint64 lngReceita) const
+{
+    const int linha = m_modelo->Linhas().Linha(lngReceita);
+    return linha < 0 ? QString() : m_modelo->Linhas().Texto(linha, LinhasLista::Nome);
+}
+
 QString PainelLista::SelecaoComoTexto() const
 {
     return TextoSelecao(ReceitasSelecionadas());

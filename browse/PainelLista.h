@@ -51,6 +51,9 @@ public:
     /// Number of the recipe that has the focus and is selected, or 0.
     qint64 ReceitaAtual() const;
 
+    /// Name of a listed recipe; "" when it is not in the list.
+    QString NomeDaReceita(qint64 lngReceita) const;
+
     ListaReceitas *lstVwReceitas() const { return m_lstVwReceitas; }
 
 signals:

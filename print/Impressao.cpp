@@ -4,14 +4,12 @@
 #include "base/EventosPendentes.h"
 #include "base/OperacaoLonga.h"
 #include "base/Ponteiro.h"
-#include "print/ErroImpressao.h"
 #include "print/Impressoras.h"
 #include "print/ImprimirReceita.h"
 #include "print/Superficie.h"
 #include "print/TrabalhoImpressao.h"
 #include "print/frmImpressao.h"
 
-#include <QPrinter>
 #include <QScopedValueRollback>
 
 QString HostDoSite(const QString &site)
@@ -24,13 +22,15 @@ QString HostDoSite(const QString &site)
 }
 
 Impressao::Impressao(const Banco &banco, const Figuras &figuras, Avisos &avisos, PainelMensagem &painel,
-                     const Impressoras &impressoras, const QString &site, QWidget *janela)
+                     const Impressoras &impressoras, const QString &site,
+                     std::function<QString(qint64)> nomeDaReceita, QWidget *janela)
     : m_banco(banco)
     , m_figuras(figuras)
     , m_avisos(avisos)
     , m_painel(painel)
     , m_impressoras(impressoras)
     , m_site(HostDoSite(site))
+    , m_nomeDaReceita(std::move(nomeDaReceita))
     , m_janela(janela)
 {
 }
@@ -73,14 +73,34 @@ bool Impressao::EscolherImpressora()
     if (m_imprimindo) // the window lives while a job runs: a second press of the button waits its turn
         return false;
     const QScopedValueRollback ocupada(m_imprimindo, true);
-    if (!m_atual || m_atual->DeviceName.isEmpty()) {
-        const EsperaLonga espera;
-        m_atual = m_impressoras.Padrao();
-    }
+    AtualizarAtual();
     frmImpressao dialogo(m_impressoras, *m_atual, m_janela);
     dialogo.exec();
     m_indice = dialogo.Indice();
+    m_confirmada |= m_indice >= 0;
     return m_indice >= 0 && !Encerrando();
+}
+
+void Impressao::AtualizarAtual()
+{
+    const EsperaLonga espera;
+    try {
+        if (m_confirmada && m_impressoras.Nomes().contains(m_atual->DeviceName))
+            return;
+        m_atual = m_impressoras.Padrao();
+        m_confirmada = false;
+    } catch (const ErroImpressao &) { // the dialog says in its list that there is no answer
+        if (!m_atual)
+            m_atual.emplace();
+    }
+}
+
+ErroImpressao Impressao::ReceitaSumida(qint64 lngReceita) const
+{
+    const QString nome = m_nomeDaReceita ? m_nomeDaReceita(lngReceita) : QString();
+    const QString qual = nome.isEmpty() ? QStringLiteral("nº %1").arg(lngReceita) : u'"' + nome + u'"';
+    return ErroImpressao(
+        QStringLiteral("A Receita %1 não está mais no Livro. O Documento não foi Impresso!").arg(qual));
 }
 
 void Impressao::ImprimirTrabalho(const QList<qint64> &receitas, const QString &textoDoPainel)
@@ -96,7 +116,8 @@ void Impressao::ImprimirTrabalho(const QList<qint64> &receitas, const QString &t
         for (qsizetype i = 0; i < receitas.size(); ++i) {
             if (i > 0)
                 trabalho.ObjPrint().NewPage();
-            ImprimirReceita(trabalho.ObjPrint(), receitas[i], m_banco, m_figuras, m_site);
+            if (!ImprimirReceita(trabalho.ObjPrint(), receitas[i], m_banco, m_figuras, m_site))
+                throw ReceitaSumida(receitas[i]);
             if (operacao)
                 operacao->Avancar();
             if (Encerrando())

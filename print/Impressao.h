@@ -1,5 +1,6 @@
 #pragma once
 
+#include "print/ErroImpressao.h"
 #include "print/ImpressoraAtual.h"
 
 #include <QList>
@@ -7,6 +8,7 @@
 #include <QString>
 #include <QWidget>
 
+#include <functional>
 #include <optional>
 
 class Avisos;
@@ -17,7 +19,8 @@ class PainelMensagem;
 
 /**
  * The three ways to the printer. Each asks for the print options first, prints its recipes as one job and
- * reports success; a job that the print system refuses ends in a stop message instead.
+ * reports success; a job that the print system refuses, or whose recipe is no longer in the book, ends in a
+ * stop message instead.
  *
  * The printer chosen and its settings stay in force for the later jobs of the program's run. The routes throw
  * ErroBanco (nothing is printed then); call them under Protegido.
@@ -27,9 +30,11 @@ class Impressao
 public:
     /// All references outlive the object.
     /// @param site   the maker's site, scheme and host; the footer shows the host
+    /// @param nomeDaReceita name of a recipe that was there when it was chosen; "" when nobody knows it
     /// @param janela the window that the options dialog belongs to
     Impressao(const Banco &banco, const Figuras &figuras, Avisos &avisos, PainelMensagem &painel,
-              const Impressoras &impressoras, const QString &site, QWidget *janela = nullptr);
+              const Impressoras &impressoras, const QString &site,
+              std::function<QString(qint64 lngReceita)> nomeDaReceita = {}, QWidget *janela = nullptr);
 
     /// Toolbar, on the list: the selected recipes in list order, one job. None: asks for a selection.
     void ImprimirSelecionadas(const QList<qint64> &receitas);
@@ -48,6 +53,10 @@ public:
 private:
     /// Shows the options dialog; true when the user confirmed with a printer.
     bool EscolherImpressora();
+    /// While the user has chosen no printer, or the chosen one is gone: the system's default as it stands
+    /// now.
+    void AtualizarAtual();
+    ErroImpressao ReceitaSumida(qint64 lngReceita) const;
     /// Prints the recipes as one job and says how it went.
     /// @param textoDoPainel what the message panel shows meanwhile; empty: no panel
     void ImprimirTrabalho(const QList<qint64> &receitas, const QString &textoDoPainel);
@@ -58,9 +67,11 @@ private:
     PainelMensagem &m_painel;
     const Impressoras &m_impressoras;
     QString m_site;
+    std::function<QString(qint64)> m_nomeDaReceita;
     QPointer<QWidget> m_janela;
     std::optional<ImpressoraAtual> m_atual;
     qint16 m_indice = -1;
+    bool m_confirmada = false; ///< the user has chosen it; before, it is the system's default
     bool m_imprimindo = false;
 };
 

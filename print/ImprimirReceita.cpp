@@ -15,12 +15,15 @@ std::optional<QString> TextoOuAusente(const RecordSet &rs, int campo)
 }
 } // namespace
 
-ReceitaImpressa CarregarReceitaImpressa(const Banco &banco, const Figuras &figuras, qint64 lngReceita)
+std::optional<ReceitaImpressa> CarregarReceitaImpressa(const Banco &banco, const Figuras &figuras,
+                                                       qint64 lngReceita)
 {
     ReceitaImpressa receita;
     QString strFigura;
     {
         const RecordSet rs = banco.AbrirRecordset(Comandos::SqlReceita(lngReceita));
+        if (rs.Eof())
+            return std::nullopt;
         receita.Nome = rs.Texto(u"Nome");
         receita.Origem = rs.Texto(u"Origem");
         receita.Classificacao = rs.Texto(u"Classificacao");
@@ -45,8 +48,11 @@ ReceitaImpressa CarregarReceitaImpressa(const Banco &banco, const Figuras &figur
     return receita;
 }
 
-void ImprimirReceita(Superficie &objPrint, qint64 lngReceita, const Banco &banco, const Figuras &figuras,
+bool ImprimirReceita(Superficie &objPrint, qint64 lngReceita, const Banco &banco, const Figuras &figuras,
                      const QString &site)
 {
-    LayoutReceita::Imprimir(objPrint, CarregarReceitaImpressa(banco, figuras, lngReceita), site);
+    const std::optional<ReceitaImpressa> receita = CarregarReceitaImpressa(banco, figuras, lngReceita);
+    if (receita)
+        LayoutReceita::Imprimir(objPrint, *receita, site);
+    return receita.has_value();
 }

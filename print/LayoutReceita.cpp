@@ -13,6 +13,7 @@ constexpr double kTopo = 5;
 constexpr double kEsquerda = 15;
 constexpr double kMargemDireita = 5;
 constexpr double kAvanco = 4.5;
+constexpr double kAvancoOrigem = 6;
 constexpr double kLimiteInferior = 22; // above the page's end
 // No block of text starts in the last 8 above the bottom limit. After the additional information the limit
 // itself counts; the two differ on purpose.
@@ -24,6 +25,12 @@ constexpr double kAlturaFigura = 45;
 constexpr double kRetomadaSobFigura = 40;
 constexpr double kVaoDaFigura = 2;
 constexpr double kMenorColuna = 60;
+
+// A header that takes nearly the whole page comes back shortened on the pages that follow, or they would have
+// no room for what goes on: the name down to a quarter of the page, the origin down to a half.
+constexpr double kMenorEspaco = 50;
+constexpr double kNomeRepetido = 0.25;
+constexpr double kOrigemRepetida = 0.5;
 
 // Heights are sums of many 4.5s: two that are equal on paper may differ in the last bits.
 constexpr double kFolga = 1e-6;
@@ -38,57 +45,101 @@ double Inferior(const Superficie &objPrint)
     return objPrint.ScaleHeight() - kLimiteInferior;
 }
 
-void Escrever(Superficie &objPrint, double top, double left, double right, QString texto)
+/// Draws a text that may run past the page's end: the rest goes on with a new page.
+/// @param fonte     sets font and colour; the new page's header and footer have changed them
+/// @param novaPagina ends the page; leaves the current y where the rest is to follow
+/// @param right     limit of a line that starts at this y
+void Escrever(Superficie &objPrint, double top, double left, QString texto,
+              const std::function<double(double y)> &right, const std::function<void()> &fonte,
+              const std::function<double()> &novaPagina)
 {
-    ImpressaoGrafica::ImprimirTexto(objPrint, top, left, right, Inferior(objPrint), texto);
+    fonte();
+    while (!ImpressaoGrafica::ImprimirTexto(objPrint, top, left, right(top), Inferior(objPrint), texto)) {
+        top = novaPagina();
+        fonte();
+    }
 }
 
-void FonteDoCorpo(Superficie &objPrint, bool negrito)
+void UsarFonte(Superficie &objPrint, double tamanho, bool negrito, const QColor &cor)
 {
     objPrint.FontName = QStringLiteral("Verdana");
-    objPrint.FontSize = 11;
+    objPrint.FontSize = tamanho;
     objPrint.FontBold = negrito;
-    objPrint.ForeColor = Qt::black;
+    objPrint.ForeColor = cor;
 }
 
-void ImprimirFato(Superficie &objPrint, const QString &rotulo, const QString &valor, double right)
+/// A label or a text of the recipe's body.
+void EscreverCorpo(Superficie &objPrint, double top, double left, const QString &texto, bool negrito,
+                   const std::function<double(double y)> &right, const std::function<void()> &novaPagina)
 {
-    const double y = objPrint.CurrentY + kAvanco;
-    FonteDoCorpo(objPrint, true);
-    Escrever(objPrint, y, kEsquerda, right, rotulo);
-    FonteDoCorpo(objPrint, false);
-    Escrever(objPrint, y, objPrint.CurrentX + 1, right, valor);
+    Escrever(
+        objPrint, top, left, texto, right, [&] { UsarFonte(objPrint, 11, negrito, Qt::black); },
+        [&] {
+            novaPagina();
+            return objPrint.CurrentY + kAvanco;
+        });
+}
+
+/// Where the next line of facts or ingredients starts: on a new page when this one is full.
+double ProximaLinha(Superficie &objPrint, const std::function<void()> &novaPagina)
+{
+    if (objPrint.CurrentY + kAvanco >= Inferior(objPrint))
+        novaPagina();
+    return objPrint.CurrentY + kAvanco;
 }
 
 void ImprimirBloco(Superficie &objPrint, const QString &rotulo, const QString &texto,
                    LayoutReceita::Folha &folha)
 {
-    FonteDoCorpo(objPrint, true);
-    Escrever(objPrint, objPrint.CurrentY + kAvanco, kEsquerda, Direita(objPrint), rotulo);
-    QString resto = texto;
-    while (true) {
-        FonteDoCorpo(objPrint, false);
-        if (ImpressaoGrafica::ImprimirTexto(objPrint, objPrint.CurrentY + kAvanco, kEsquerda,
-                                            Direita(objPrint), Inferior(objPrint), resto))
-            return;
-        LayoutReceita::QuebrarPagina(objPrint, folha);
-    }
+    const auto right = [&](double) { return Direita(objPrint); };
+    const auto novaPagina = [&] { LayoutReceita::QuebrarPagina(objPrint, folha); };
+    EscreverCorpo(objPrint, objPrint.CurrentY + kAvanco, kEsquerda, rotulo, true, right, novaPagina);
+    EscreverCorpo(objPrint, objPrint.CurrentY + kAvanco, kEsquerda, texto, false, right, novaPagina);
+}
+
+/// Footer of this page and a new, empty page with the next number.
+void EncerrarPagina(Superficie &objPrint, LayoutReceita::Folha &folha)
+{
+    LayoutReceita::ImprimirRodape(objPrint, folha.pagina, folha.site);
+    if (folha.pagina == std::numeric_limits<qint16>::max())
+        throw ErroImpressao(QStringLiteral("A Receita tem Páginas demais para ser Impressa!"));
+    ++folha.pagina;
+    objPrint.NewPage();
 }
 } // namespace
 
-void LayoutReceita::ImprimirCabecalho(Superficie &objPrint, const QString &Nome, const QString &Origem)
+void LayoutReceita::ImprimirCabecalho(Superficie &objPrint, Folha &folha)
 {
-    objPrint.FontName = QStringLiteral("Verdana");
-    objPrint.FontSize = 16;
-    objPrint.FontBold = true;
+    const auto right = [&](double) { return Direita(objPrint); };
+    const auto fonteDoNome = [&] { UsarFonte(objPrint, 16, true, QColor(0, 0, 255)); };
+    const auto fonteDaOrigem = [&] { UsarFonte(objPrint, 9, false, QColor(0, 0, 255)); };
+    QString nome = folha.Nome;
+    QString origem = u'(' + folha.Origem + u')';
+
     objPrint.CurrentX = 0;
     objPrint.CurrentY = 0;
-    objPrint.ForeColor = QColor(0, 0, 255);
-    Escrever(objPrint, kTopo, kEsquerda, Direita(objPrint), Nome);
-
-    objPrint.FontSize = 9;
-    objPrint.FontBold = false;
-    Escrever(objPrint, objPrint.CurrentY + 6, kEsquerda, Direita(objPrint), u'(' + Origem + u')');
+    if (folha.cabecalhoCurto) {
+        const double altura = objPrint.ScaleHeight();
+        fonteDoNome();
+        ImpressaoGrafica::ImprimirTexto(objPrint, kTopo, kEsquerda, right(kTopo), altura * kNomeRepetido,
+                                        nome);
+        const double y = objPrint.CurrentY + kAvancoOrigem;
+        fonteDaOrigem();
+        ImpressaoGrafica::ImprimirTexto(objPrint, y, kEsquerda, right(y), altura * kOrigemRepetida, origem);
+    } else {
+        const qint16 primeira = folha.pagina;
+        const auto novaPagina = [&] {
+            EncerrarPagina(objPrint, folha);
+            return kTopo;
+        };
+        Escrever(objPrint, kTopo, kEsquerda, nome, right, fonteDoNome, novaPagina);
+        double y = objPrint.CurrentY + kAvancoOrigem;
+        if (y >= Inferior(objPrint))
+            y = novaPagina();
+        Escrever(objPrint, y, kEsquerda, origem, right, fonteDaOrigem, novaPagina);
+        folha.cabecalhoCurto =
+            folha.pagina != primeira || Inferior(objPrint) - objPrint.CurrentY < kMenorEspaco;
+    }
 
     objPrint.ForeColor = Qt::black;
     const double y = objPrint.CurrentY;
@@ -97,10 +148,13 @@ void LayoutReceita::ImprimirCabecalho(Superficie &objPrint, const QString &Nome,
 }
 
 void LayoutReceita::ImprimirFatos(Superficie &objPrint, const ReceitaImpressa &receita,
-                                  const std::function<double(double y)> &right)
+                                  const std::function<double(double y)> &right,
+                                  const std::function<void()> &novaPagina)
 {
     const auto fato = [&](const QString &rotulo, const QString &valor) {
-        ImprimirFato(objPrint, rotulo, valor, right(objPrint.CurrentY + kAvanco));
+        const double y = ProximaLinha(objPrint, novaPagina);
+        EscreverCorpo(objPrint, y, kEsquerda, rotulo, true, right, novaPagina);
+        EscreverCorpo(objPrint, y, objPrint.CurrentX + 1, valor, false, right, novaPagina);
     };
     if (!receita.Classificacao.isEmpty())
         fato(QStringLiteral("Tipo : "), receita.Classificacao);
@@ -117,11 +171,8 @@ void LayoutReceita::ImprimirIngredientes(Superficie &objPrint, const QList<Ingre
                                          const std::function<void()> &novaPagina)
 {
     const auto linha = [&](const QString &texto, bool negrito) {
-        if (objPrint.CurrentY + kAvanco >= Inferior(objPrint))
-            novaPagina();
-        FonteDoCorpo(objPrint, negrito);
-        const double y = objPrint.CurrentY + kAvanco;
-        Escrever(objPrint, y, kEsquerda, right(y), texto);
+        EscreverCorpo(objPrint, ProximaLinha(objPrint, novaPagina), kEsquerda, texto, negrito, right,
+                      novaPagina);
     };
     linha(QStringLiteral("Ingredientes : "), true);
     for (const IngredienteImpresso &ingrediente : ingredientes)
@@ -181,21 +232,21 @@ void LayoutReceita::ImprimirRodape(Superficie &objPrint, qint16 pagina, const QS
 
 void LayoutReceita::QuebrarPagina(Superficie &objPrint, Folha &folha)
 {
-    ImprimirRodape(objPrint, folha.pagina, folha.site);
-    if (folha.pagina == std::numeric_limits<qint16>::max())
-        throw ErroImpressao(QStringLiteral("A Receita tem Páginas demais para ser Impressa!"));
-    ++folha.pagina;
-    objPrint.NewPage();
-    ImprimirCabecalho(objPrint, folha.Nome, folha.Origem);
+    EncerrarPagina(objPrint, folha);
+    ImprimirCabecalho(objPrint, folha);
 }
 
 int LayoutReceita::Imprimir(Superficie &objPrint, const ReceitaImpressa &receita, const QString &site)
 {
-    Folha folha{receita.Nome, receita.Origem, site, 1};
-    ImprimirCabecalho(objPrint, folha.Nome, folha.Origem);
+    Folha folha{receita.Nome, receita.Origem, site};
+    ImprimirCabecalho(objPrint, folha);
 
-    const double topoFigura = objPrint.CurrentY + kAvanco;
     bool figuraAoLado = !receita.Figura.isNull();
+    // Under a header as tall as half the page the picture would run over the footer.
+    if (figuraAoLado && folha.cabecalhoCurto && objPrint.CurrentY > objPrint.ScaleHeight() / 2 &&
+        objPrint.CurrentY + kAvanco + kAlturaFigura > Inferior(objPrint))
+        QuebrarPagina(objPrint, folha);
+    const double topoFigura = objPrint.CurrentY + kAvanco;
     // Facts and ingredients run on the picture's left, not under it.
     const auto right = [&](double y) {
         const double margem = Direita(objPrint);
@@ -210,7 +261,7 @@ int LayoutReceita::Imprimir(Superficie &objPrint, const ReceitaImpressa &receita
         figuraAoLado = false;
         QuebrarPagina(objPrint, folha);
     };
-    ImprimirFatos(objPrint, receita, right);
+    ImprimirFatos(objPrint, receita, right, novaPagina);
     ImprimirIngredientes(objPrint, receita.Ingredientes, right, novaPagina);
     if (figuraAoLado)
         ImprimirFigura(objPrint, receita.Figura, topoFigura);

@@ -20,6 +20,8 @@ struct Folha {
     QString Origem;
     QString site; ///< host name of the maker's site, printed in the footer
     qint16 pagina = 1;
+    /// The header left too little room on the page where it ended: from now on it is repeated shortened.
+    bool cabecalhoCurto = false;
 };
 
 /// Prints a whole recipe from the top of the current page, pages numbered from 1, the last footer included.
@@ -27,16 +29,17 @@ struct Folha {
 /// page number overflows, and what the surface throws.
 int Imprimir(Superficie &objPrint, const ReceitaImpressa &receita, const QString &site);
 
-/// Name and origin in blue and a rule under them; the current y ends at the rule's lower edge.
-void ImprimirCabecalho(Superficie &objPrint, const QString &Nome, const QString &Origem);
+/// Name and origin in blue and a rule under them; the current y ends at the rule's lower edge. The first time
+/// they are printed whole, on as many pages as they need.
+void ImprimirCabecalho(Superficie &objPrint, Folha &folha);
 
 /// The four fact lines, each only when it has a value.
 /// @param right limit of a line that would start at this y: the facts leave room for a picture
+/// @param novaPagina called when the next line would start at the bottom limit or below
 void ImprimirFatos(Superficie &objPrint, const ReceitaImpressa &receita,
-                   const std::function<double(double y)> &right);
+                   const std::function<double(double y)> &right, const std::function<void()> &novaPagina);
 
 /// "Ingredientes : " and a line for each ingredient.
-/// @param novaPagina called when the next line would start at the bottom limit or below
 void ImprimirIngredientes(Superficie &objPrint, const QList<IngredienteImpresso> &ingredientes,
                           const std::function<double(double y)> &right,
                           const std::function<void()> &novaPagina);

@@ -2,7 +2,7 @@
 
 #include <memory>
 
-class QPrinter;
+class SaidaImpressao;
 class Superficie;
 
 /**
@@ -15,7 +15,7 @@ class TrabalhoImpressao
 {
 public:
     /// Starts the job on its first page. Throws ErroImpressao when the printer refuses.
-    explicit TrabalhoImpressao(std::unique_ptr<QPrinter> printer);
+    explicit TrabalhoImpressao(std::unique_ptr<SaidaImpressao> saida);
     ~TrabalhoImpressao();
     TrabalhoImpressao(const TrabalhoImpressao &) = delete;
     TrabalhoImpressao &operator=(const TrabalhoImpressao &) = delete;

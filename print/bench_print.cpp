@@ -2,6 +2,7 @@
 // should not fall as the work grows.
 
 #include "print/ImpressaoGrafica.h"
+#include "print/Impressoras.h"
 #include "print/LayoutReceita.h"
 #include "print/ListaDesenho.h"
 #include "print/TrabalhoImpressao.h"
@@ -32,16 +33,28 @@ ReceitaImpressa Inventar(int numero)
     return receita;
 }
 
+class Pdf : public SaidaImpressao
+{
+public:
+    explicit Pdf(const QString &arquivo)
+    {
+        m_printer.setOutputFormat(QPrinter::PdfFormat);
+        m_printer.setOutputFileName(arquivo);
+    }
+    QPrinter &Printer() override { return m_printer; }
+    void Entregar() override {}
+
+private:
+    QPrinter m_printer{QPrinter::HighResolution};
+};
+
 void ReceitasEmUmPdf(benchmark::State &estado)
 {
     const QTemporaryDir pasta;
     const int receitas = static_cast<int>(estado.range(0));
     double paginas = 0;
     for ([[maybe_unused]] auto _ : estado) {
-        auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
-        printer->setOutputFormat(QPrinter::PdfFormat);
-        printer->setOutputFileName(pasta.filePath(QStringLiteral("receitas.pdf")));
-        TrabalhoImpressao trabalho(std::move(printer));
+        TrabalhoImpressao trabalho(std::make_unique<Pdf>(pasta.filePath(QStringLiteral("receitas.pdf"))));
         for (int i = 0; i < receitas; ++i) {
             if (i > 0)
                 trabalho.ObjPrint().NewPage();

@@ -223,7 +223,12 @@ void frmImpressao::Carregar()
 {
     m_indice = -1;
     cmbImpressora->clear();
-    Tentar([this] { cmbImpressora->addItems(m_impressoras.Nomes()); });
+    cmbImpressora->setPlaceholderText(QStringLiteral("O serviço de impressão não responde"));
+    Tentar([this] {
+        cmbImpressora->addItems(m_impressoras.Nomes());
+        cmbImpressora->setPlaceholderText(
+            cmbImpressora->count() == 0 ? QStringLiteral("Nenhuma impressora instalada") : QString());
+    });
     cmbImpressora->setCurrentIndex(
         cmbImpressora->findText(m_atual.DeviceName, Qt::MatchExactly | Qt::MatchCaseSensitive));
 
@@ -279,19 +284,23 @@ void frmImpressao::AcertarBarra()
 void frmImpressao::MudarCopias(int passo)
 {
     const int n = NumeroDeCopias();
-    if (passo < 0 && n > 1)
-        txtCopies->setText(QString::number(std::min(n - 1, kMaisCopias)));
-    else if (passo > 0 && n < kMaisCopias)
-        txtCopies->setText(QString::number(std::max(n + 1, 1)));
+    // The arrows stop at 1 and at 999; a number typed beyond them goes on from where it is.
+    if (passo < 0 && n != 1)
+        txtCopies->setText(QString::number(n - 1));
+    else if (passo > 0 && n != kMaisCopias)
+        txtCopies->setText(QString::number(n + 1));
     AcertarBarra();
 }
 
 void frmImpressao::Imprimir()
 {
     m_indice = static_cast<qint16>(cmbImpressora->currentIndex());
-    if (m_indice >= 0)
-        Tentar([this] { m_atual = m_impressoras.Configuracao(cmbImpressora->currentText()); });
-    if (m_atual.DeviceName.isEmpty()) { // no printer that could take a setting
+    if (m_indice >= 0) {
+        // One that has vanished meanwhile stays the chosen one: the job says by its name what became of it.
+        const QString escolhida = cmbImpressora->currentText();
+        Tentar([&] { m_atual = m_impressoras.Configuracao(escolhida); });
+        m_atual.DeviceName = escolhida;
+    } else if (m_atual.DeviceName.isEmpty()) { // no printer that could take a setting
         accept();
         return;
     }

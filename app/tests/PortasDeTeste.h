@@ -68,7 +68,7 @@ public:
     QStringList Nomes() const override { return {}; }
     ImpressoraAtual Padrao() const override { return {}; }
     ImpressoraAtual Configuracao(const QString &) const override { return {}; }
-    std::unique_ptr<QPrinter> Criar(const ImpressoraAtual &, const QString &) const override
+    std::unique_ptr<SaidaImpressao> Criar(const ImpressoraAtual &, const QString &) const override
     {
         return nullptr;
     }

@@ -7,6 +7,7 @@
 #include "print/frmImpressao.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QPageLayout>
 #include <QPrinter>
 #include <QStringList>
@@ -49,6 +50,29 @@ public:
     std::function<void(int)> aoAvancar;
 };
 
+/// A PDF file that is there when the job was handed over, and only then.
+class SaidaEmArquivo : public SaidaImpressao
+{
+public:
+    explicit SaidaEmArquivo(const QString &arquivo)
+        : m_arquivo(arquivo)
+    {
+        m_printer.setOutputFormat(QPrinter::PdfFormat);
+        m_printer.setOutputFileName(m_arquivo + ".parte");
+    }
+    ~SaidaEmArquivo() override { QFile::remove(m_arquivo + ".parte"); }
+    QPrinter &Printer() override { return m_printer; }
+    void Entregar() override
+    {
+        if (!QFile::rename(m_arquivo + ".parte", m_arquivo))
+            throw ErroImpressao("O Arquivo não pôde ser Gravado. O Documento não foi Impresso!");
+    }
+
+private:
+    QString m_arquivo;
+    QPrinter m_printer{QPrinter::HighResolution};
+};
+
 /// Printers that write PDF files into a folder: trabalho1.pdf, trabalho2.pdf ...
 class ImpressorasDeTeste : public Impressoras
 {
@@ -68,19 +92,19 @@ public:
         atual.DeviceName = nome;
         return atual;
     }
-    std::unique_ptr<QPrinter> Criar(const ImpressoraAtual &atual, const QString &documento) const override
+    std::unique_ptr<SaidaImpressao> Criar(const ImpressoraAtual &atual,
+                                          const QString &documento) const override
     {
         pedidas << atual;
         documentos << documento;
-        auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
-        printer->setOutputFormat(QPrinter::PdfFormat);
-        printer->setOutputFileName(Arquivo(static_cast<int>(pedidas.size())));
-        printer->setPageLayout(QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Portrait,
-                                           QMarginsF(6, 6, 6, 6), QPageLayout::Millimeter));
-        printer->setPageOrientation(atual.Orientation == 2 ? QPageLayout::Landscape : QPageLayout::Portrait);
+        auto saida = std::make_unique<SaidaEmArquivo>(Arquivo(static_cast<int>(pedidas.size())));
+        QPrinter &printer = saida->Printer();
+        printer.setPageLayout(QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Portrait,
+                                          QMarginsF(6, 6, 6, 6), QPageLayout::Millimeter));
+        printer.setPageOrientation(atual.Orientation == 2 ? QPageLayout::Landscape : QPageLayout::Portrait);
         if (resolucao > 0)
-            printer->setResolution(resolucao);
-        return printer;
+            printer.setResolution(resolucao);
+        return saida;
     }
     QString Arquivo(int trabalho) const
     {

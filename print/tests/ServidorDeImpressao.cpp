@@ -6,6 +6,7 @@
 #include <QStandardPaths>
 
 #include <algorithm>
+#include <csignal>
 
 namespace
 {
@@ -39,12 +40,17 @@ bool ServidorDeImpressao::Escrever(const QString &nome, const QString &texto, bo
 
 bool ServidorDeImpressao::Iniciar(QString &erro)
 {
+    return Iniciar(erro, {{"Cozinha", true}, {"Sala"}, {"Recusa", false, false}});
+}
+
+bool ServidorDeImpressao::Iniciar(QString &erro, const QList<Fila> &filas)
+{
     if (!m_pasta.isValid()) {
         erro = m_pasta.errorString();
         return false;
     }
     for (const char *pasta : {"bin/backend", "bin/daemon", "etc/ppd", "spool/tmp", "cache", "state/certs",
-                              "log", "docs", "chegou"})
+                              "log", "docs", "chegou", "casa/.cups"})
         QDir(m_pasta.path()).mkpath(pasta);
     QFile::link(kExecutor, m_pasta.filePath("bin/daemon/cups-exec"));
 
@@ -81,13 +87,18 @@ bool ServidorDeImpressao::Iniciar(QString &erro)
                                                "PageLog @/log/page\n"
                                                "Printcap @/printcap\n"
                                                "Sandboxing relaxed\n");
-    QString filas;
-    for (const char *fila : {"DefaultPrinter Cozinha", "Printer Sala", "Printer Recusa"}) {
-        const QString nome = QString(fila);
-        filas += QString("<%1>\nDeviceURI gravador:/papel\nState Idle\nAccepting %2\nShared No\n</%3>\n")
-                     .arg(nome, nome.endsWith("Recusa") ? "No" : "Yes", nome.section(' ', 0, 0));
+    QString impressoras;
+    for (const Fila &fila : filas) {
+        const QString tipo = fila.padrao ? "DefaultPrinter" : "Printer";
+        impressoras += QString("<%1 %2>\nDeviceURI gravador:/papel\nState Idle\nAccepting %3\nShared No\n")
+                           .arg(tipo, fila.nome, fila.aceita ? "Yes" : "No");
+        for (const QString &opcao : fila.opcoes)
+            impressoras += "Option " + opcao + '\n';
+        impressoras += "</" + tipo + ">\n";
+        if (!fila.descricao.isEmpty())
+            escrito &= Escrever("etc/ppd/" + fila.nome + ".ppd", fila.descricao);
     }
-    escrito &= Escrever("etc/printers.conf", filas);
+    escrito &= Escrever("etc/printers.conf", impressoras);
     if (!escrito) {
         erro = "could not write below " + m_pasta.path();
         return false;
@@ -96,6 +107,7 @@ bool ServidorDeImpressao::Iniciar(QString &erro)
     m_processo.setProcessChannelMode(QProcess::MergedChannels);
     m_processo.start(Cupsd(), {"-f", "-c", m_pasta.filePath("etc/cupsd.conf"), "-s",
                                m_pasta.filePath("etc/cups-files.conf")});
+    qputenv("HOME", QFile::encodeName(m_pasta.filePath("casa"))); // the user's own print options
     qputenv("CUPS_SERVER", QFile::encodeName(m_pasta.filePath("cups.sock")));
     QElapsedTimer tempo;
     tempo.start();
@@ -120,11 +132,32 @@ void ServidorDeImpressao::Parar()
 {
     if (m_processo.state() == QProcess::NotRunning)
         return;
+    Acordar();
     m_processo.terminate();
     if (!m_processo.waitForFinished(10000)) {
         m_processo.kill();
         m_processo.waitForFinished();
     }
+}
+
+void ServidorDeImpressao::Adormecer()
+{
+    ::kill(static_cast<pid_t>(m_processo.processId()), SIGSTOP);
+}
+
+void ServidorDeImpressao::Acordar()
+{
+    ::kill(static_cast<pid_t>(m_processo.processId()), SIGCONT);
+}
+
+bool ServidorDeImpressao::Remover(const QString &fila)
+{
+    return QProcess::execute("/usr/sbin/lpadmin", {"-x", fila}) == 0;
+}
+
+bool ServidorDeImpressao::EscreverLpoptions(const QString &texto)
+{
+    return Escrever("casa/.cups/lpoptions", texto);
 }
 
 QList<ServidorDeImpressao::Trabalho> ServidorDeImpressao::Trabalhos() const

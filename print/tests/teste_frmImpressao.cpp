@@ -312,12 +312,18 @@ void TesteFrmImpressao::asSetasContamDeCabecaParaBaixo_data()
     QTest::newRow("de dois ate um") << "2"
                                     << "---"
                                     << "1";
-    QTest::newRow("numero maior volta a 999") << "2000"
-                                              << "-"
-                                              << "999";
-    QTest::newRow("numero maior nao sobe") << "2000"
-                                           << "+"
-                                           << "2000";
+    QTest::newRow("numero maior diminui") << "2000"
+                                          << "-"
+                                          << "1999";
+    QTest::newRow("numero maior sobe") << "2000"
+                                       << "++"
+                                       << "2002";
+    QTest::newRow("numero maior vai e volta") << "1000"
+                                              << "-+-"
+                                              << "998";
+    QTest::newRow("negativo sobe") << "-3"
+                                   << "+"
+                                   << "-2";
     QTest::newRow("de zero sobe") << "0"
                                   << "+"
                                   << "1";

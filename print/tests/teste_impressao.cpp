@@ -104,7 +104,7 @@ private slots:
     void cleanup();
     void leAReceitaComoEstaNoLivro();
     void figuraNadaOuSumidaEFiguraNenhuma();
-    void receitaQueNaoExisteEErro();
+    void receitaQueNaoExisteNaoSeDesenha();
     void hostDoSite();
     void tresSelecionadasSaoUmTrabalho();
     void semSelecaoPedeUma();
@@ -118,6 +118,9 @@ private slots:
     void semImpressoraNadaSai();
     void trabalhoRecusadoNaoDizSucesso();
     void arquivoQueNaoSaiuNaoDizSucesso();
+    void receitaQueSumiuENomeada();
+    void impressoraQueSumiuDaListaDaLugarAPadrao();
+    void aPadraoMudadaValeEnquantoNinguemEscolheu();
     void erroNoLivroEscondeOPainelENaoImprime();
     void segundoPedidoDuranteAImpressaoEIgnorado();
     void paginasDoPdf_data();
@@ -214,7 +217,7 @@ void TesteImpressao::leAReceitaComoEstaNoLivro()
 {
     ReceitaImpressa bolo = Bolo();
     bolo.Figura = Figura();
-    const ReceitaImpressa lida = CarregarReceitaImpressa(*m_banco, *m_figuras, Gravar(bolo));
+    const ReceitaImpressa lida = CarregarReceitaImpressa(*m_banco, *m_figuras, Gravar(bolo)).value();
     QCOMPARE(lida.Nome, bolo.Nome);
     QCOMPARE(lida.Origem, bolo.Origem);
     QCOMPARE(lida.Classificacao, bolo.Classificacao);
@@ -231,7 +234,7 @@ void TesteImpressao::leAReceitaComoEstaNoLivro()
     QVERIFY(!lida.Ingredientes[2].Unidade.has_value()); // NULL, not empty
     // A book that came from elsewhere may hold an empty text where ours writes NULL.
     m_banco->ExecutarSQL("Update Ingredientes Set Quantidade = '' Where Ingrediente = 'sal'");
-    QCOMPARE(LinhaIngrediente(CarregarReceitaImpressa(*m_banco, *m_figuras, 1).Ingredientes.last()),
+    QCOMPARE(LinhaIngrediente(CarregarReceitaImpressa(*m_banco, *m_figuras, 1)->Ingredientes.last()),
              QString(" sal"));
 }
 
@@ -241,15 +244,18 @@ void TesteImpressao::figuraNadaOuSumidaEFiguraNenhuma()
     const qint64 numero = Gravar(bolo);
     for (const char *figura : {"'NADA'", "''", "'F0000001.img'", "NULL"}) {
         m_banco->ExecutarSQL(QString("Update Receitas Set Figura = %1").arg(figura));
-        QVERIFY(CarregarReceitaImpressa(*m_banco, *m_figuras, numero).Figura.isNull());
+        QVERIFY(CarregarReceitaImpressa(*m_banco, *m_figuras, numero)->Figura.isNull());
     }
 }
 
-void TesteImpressao::receitaQueNaoExisteEErro()
+void TesteImpressao::receitaQueNaoExisteNaoSeDesenha()
 {
     SuperficieDeTeste superficie(200, 280);
-    QVERIFY_EXCEPTION_THROWN(ImprimirReceita(superficie, 77, *m_banco, *m_figuras, kSite), ErroBanco);
+    QVERIFY(!ImprimirReceita(superficie, 77, *m_banco, *m_figuras, kSite));
     QVERIFY(superficie.corridas.empty());
+    QVERIFY(!CarregarReceitaImpressa(*m_banco, *m_figuras, 77));
+    QVERIFY(ImprimirReceita(superficie, Gravar(Bolo()), *m_banco, *m_figuras, kSite));
+    QVERIFY(!superficie.corridas.empty());
 }
 
 void TesteImpressao::hostDoSite()
@@ -406,7 +412,7 @@ void TesteImpressao::trabalhoRecusadoNaoDizSucesso()
     class SemFila : public ImpressorasDeTeste
     {
     public:
-        std::unique_ptr<QPrinter> Criar(const ImpressoraAtual &, const QString &) const override
+        std::unique_ptr<SaidaImpressao> Criar(const ImpressoraAtual &, const QString &) const override
         {
             throw ErroImpressao("A Impressora \"Cozinha\" não foi Encontrada.");
         }
@@ -433,10 +439,71 @@ void TesteImpressao::arquivoQueNaoSaiuNaoDizSucesso()
     QCOMPARE(m_painel.diario.last(), QString("esconder"));
 }
 
+void TesteImpressao::receitaQueSumiuENomeada()
+{
+    const qint64 numero = Gravar(Bolo());
+    const qint64 sumida = numero + 1;
+    m_impressao = std::make_unique<Impressao>(
+        *m_banco, *m_figuras, m_avisos, m_painel, *m_impressoras, kSite,
+        [=](qint64 lngReceita) { return lngReceita == sumida ? QString("Pão da Vó") : QString(); });
+    m_impressao->ImprimirSelecionadas({numero, sumida});
+    QCOMPARE(m_avisos.textos,
+             QStringList{"A Receita \"Pão da Vó\" não está mais no Livro. O Documento não foi Impresso!"});
+    QCOMPARE(m_avisos.icones, QList{Avisos::Icone::Parada});
+    QCOMPARE(m_painel.diario.last(), QString("esconder"));
+    QVERIFY(!Saiu(1)); // not even the first recipe
+
+    m_impressao->ImprimirDaTela(sumida + 1); // whose name nobody knows
+    QCOMPARE(
+        m_avisos.textos.last(),
+        QString("A Receita nº %1 não está mais no Livro. O Documento não foi Impresso!").arg(sumida + 1));
+    m_impressao->ImprimirDoMenu(numero);
+    QCOMPARE(m_avisos.textos.last(), QString("Documento Impresso com Sucesso"));
+}
+
+void TesteImpressao::impressoraQueSumiuDaListaDaLugarAPadrao()
+{
+    const qint64 numero = Gravar(Bolo());
+    m_operador->aoAbrir = [](frmImpressao &dialogo) {
+        dialogo.findChild<QComboBox *>("cmbImpressora")->setCurrentText("Sala");
+        QTest::mouseClick(dialogo.findChild<QPushButton *>("cmdImprimir"), Qt::LeftButton);
+    };
+    m_impressao->ImprimirDaTela(numero);
+    QCOMPARE(m_impressoras->pedidas.last().DeviceName, QString("Sala"));
+
+    m_impressoras->nomes = QStringList{"Cozinha"};
+    QString mostrada;
+    m_operador->aoAbrir = [&](frmImpressao &dialogo) {
+        mostrada = dialogo.findChild<QComboBox *>("cmbImpressora")->currentText();
+        QTest::mouseClick(dialogo.findChild<QPushButton *>("cmdImprimir"), Qt::LeftButton);
+    };
+    m_impressao->ImprimirDaTela(numero);
+    QCOMPARE(mostrada, QString("Cozinha"));
+    QCOMPARE(m_impressoras->pedidas.last().DeviceName, QString("Cozinha"));
+}
+
+void TesteImpressao::aPadraoMudadaValeEnquantoNinguemEscolheu()
+{
+    const qint64 numero = Gravar(Bolo());
+    QStringList mostradas;
+    m_operador->aoAbrir = [&](frmImpressao &dialogo) {
+        mostradas << dialogo.findChild<QComboBox *>("cmbImpressora")->currentText();
+        QTest::keyClick(&dialogo, Qt::Key_Escape);
+    };
+    m_impressao->ImprimirDaTela(numero);
+    m_impressoras->padrao = "Sala";
+    m_impressao->ImprimirDaTela(numero);
+    QCOMPARE(mostradas, (QStringList{"Cozinha", "Sala"}));
+}
+
 void TesteImpressao::erroNoLivroEscondeOPainelENaoImprime()
 {
     const qint64 numero = Gravar(Bolo());
-    QVERIFY_EXCEPTION_THROWN(m_impressao->ImprimirSelecionadas({numero, numero + 5}), ErroBanco);
+    m_painel.aoAvancar = [this](int) {
+        QFile livro(m_banco->CaminhoDoLivro());
+        QVERIFY(livro.open(QIODevice::WriteOnly) && livro.write("isto já não é um livro") > 0);
+    };
+    QVERIFY_EXCEPTION_THROWN(m_impressao->ImprimirSelecionadas({numero, numero}), ErroBanco);
     QCOMPARE(m_painel.diario,
              (QStringList{"mostrar 2: Efetuando Impressão das Receitas...", "1", "esconder"}));
     QVERIFY(m_avisos.textos.isEmpty());

@@ -29,17 +29,23 @@
 
 namespace
 {
-/// Imports the package named on the command line. False: the program ends here.
-bool ImportarPacote(const Banco &banco, const Figuras &figuras, Avisos &avisos, const QString &pacote)
+/// What became of the package named on the command line.
+struct Importacao {
+    bool segue = false;  ///< else the program ends here
+    bool entrou = false; ///< the book has recipes that it had not
+};
+
+Importacao ImportarPacote(const Banco &banco, const Figuras &figuras, Avisos &avisos, const QString &pacote)
 {
     InstalarFontes();
-    bool segue = false;
+    Importacao importacao;
     Proteger(avisos, [&] {
         RelogioDoSistema relogio;
         frmImportacao dialogo(banco, figuras, avisos, relogio);
-        segue = dialogo.Executar(pacote) == frmImportacao::Desfecho::Importado;
+        importacao.segue = dialogo.Executar(pacote) == frmImportacao::Desfecho::Importado;
+        importacao.entrou = dialogo.AlgumaEntrou();
     });
-    return segue;
+    return importacao;
 }
 } // namespace
 
@@ -70,10 +76,14 @@ int main(int argc, char *argv[])
 
     CopiaUnica copia(pasta);
     if (!copia.Primeira()) {
-        const bool importou = !pacote.isEmpty() && ImportarPacote(banco, figuras, avisos, pacote);
+        const bool entrou = !pacote.isEmpty() && ImportarPacote(banco, figuras, avisos, pacote).entrou;
         for (const QString &texto : std::as_const(recados))
             avisos.Avisar(texto, Avisos::Icone::Informacao);
-        copia.Entregar(importou ? CopiaUnica::Aviso::ImportacaoTerminada : CopiaUnica::Aviso::Ativar);
+        // A package that brought nothing is no reason to touch what the first copy shows.
+        if (entrou)
+            copia.Entregar(CopiaUnica::Aviso::ImportacaoTerminada);
+        else if (pacote.isEmpty())
+            copia.Entregar(CopiaUnica::Aviso::Ativar);
         return 0;
     }
     copia.Escutar();
@@ -96,7 +106,7 @@ int main(int argc, char *argv[])
 
     if (!pacote.isEmpty()) {
         janela.Completar(); // a restore that was cut off ends before the book is read
-        if (!ImportarPacote(banco, figuras, avisos, pacote))
+        if (!ImportarPacote(banco, figuras, avisos, pacote).segue)
             return 0;
     }
     for (const QString &texto : std::as_const(recados))

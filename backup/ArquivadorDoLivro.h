@@ -1,6 +1,6 @@
 #pragma once
 
-#include "backup/RecipienteEmFatias.h"
+#include "packages/RecipienteEmFatias.h"
 
 #include <QString>
 

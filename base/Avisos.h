@@ -20,4 +20,16 @@ public:
 
     /// Asks a Yes/No question (question icon, No is the default); true only for Yes.
     virtual bool Perguntar(const QString &texto) = 0;
+
+    enum class Resposta {
+        Sim,
+        Nao,
+        Nenhuma, ///< the box was closed, by Escape or by its window's button
+    };
+    /// The same question, one of a row of them: tells a "No" from a box that was closed without an answer, by
+    /// which the user asks for a way out.
+    virtual Resposta PerguntarComSaida(const QString &texto)
+    {
+        return Perguntar(texto) ? Resposta::Sim : Resposta::Nao;
+    }
 };

@@ -3,6 +3,7 @@
 #include "base/Texto.h"
 
 #include <QApplication>
+#include <QKeyEvent>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -24,6 +25,29 @@ QMessageBox::Icon IconeQt(Avisos::Icone icone)
     }
     return QMessageBox::NoIcon;
 }
+
+/// A box that knows whether it was closed without a button: by Escape or by the window's own button.
+class Caixa : public QMessageBox
+{
+public:
+    using QMessageBox::QMessageBox;
+    bool FechadaSemResposta() const { return m_fechada; }
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override
+    {
+        m_fechada = event->matches(QKeySequence::Cancel);
+        QMessageBox::keyPressEvent(event);
+    }
+    void closeEvent(QCloseEvent *event) override
+    {
+        m_fechada = true;
+        QMessageBox::closeEvent(event);
+    }
+
+private:
+    bool m_fechada = false;
+};
 
 // Recipe names and engine messages are shown as they are, never taken for markup.
 void Preparar(QMessageBox &caixa, const QString &texto)
@@ -55,7 +79,12 @@ void AvisosQt::Avisar(const QString &texto, Icone icone)
 
 bool AvisosQt::Perguntar(const QString &texto)
 {
-    QMessageBox caixa(Dono());
+    return PerguntarComSaida(texto) == Resposta::Sim;
+}
+
+Avisos::Resposta AvisosQt::PerguntarComSaida(const QString &texto)
+{
+    Caixa caixa(Dono());
     Preparar(caixa, texto);
     caixa.setIcon(QMessageBox::Question);
     caixa.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
@@ -63,5 +92,7 @@ bool AvisosQt::Perguntar(const QString &texto)
     caixa.button(QMessageBox::No)->setText("&Não");
     caixa.setDefaultButton(QMessageBox::No);
     caixa.setEscapeButton(QMessageBox::No);
-    return caixa.exec() == QMessageBox::Yes;
+    if (caixa.exec() == QMessageBox::Yes)
+        return Resposta::Sim;
+    return caixa.FechadaSemResposta() ? Resposta::Nenhuma : Resposta::Nao;
 }

@@ -13,6 +13,7 @@ class AvisosQt : public Avisos
 public:
     void Avisar(const QString &texto, Icone icone) override;
     bool Perguntar(const QString &texto) override;
+    Resposta PerguntarComSaida(const QString &texto) override;
 
     /// The window that boxes belong to when no other is active.
     void DefinirJanela(QWidget *janela) { m_janela = janela; }

@@ -1,5 +1,7 @@
 #include "base/Texto.h"
 
+#include <algorithm>
+
 QString Aparar(QStringView texto)
 {
     qsizetype inicio = 0;
@@ -62,4 +64,13 @@ QString ComCrLf(const QString &texto)
     QString saida = ComLf(texto);
     saida.replace("\n", "\r\n");
     return saida;
+}
+
+QString SemControles(QString texto)
+{
+    const auto controle = [](QChar c) { return c.unicode() < 0x20 || c.unicode() == 0x7F; };
+    // Hardly any text has one: those that do not are not copied.
+    if (std::any_of(texto.cbegin(), texto.cend(), controle))
+        std::replace_if(texto.begin(), texto.end(), controle, QChar(u' '));
+    return texto;
 }

@@ -21,3 +21,7 @@ int ContarOcorrencias(QStringView texto, QStringView procurado);
 QString ComCrLf(const QString &texto);
 /// Line ends as Qt's editors hold them: CR LF and lone CR become LF.
 QString ComLf(const QString &texto);
+
+/// A value of one line: every control character (line breaks, tabs, 0x00 ... 0x1F and 0x7F) as one blank, so
+/// that it can neither begin a new line where it is written nor hide anything.
+QString SemControles(QString texto);

@@ -18,9 +18,16 @@ QString EntreAspas(const QString &texto)
     return '"' + texto + '"';
 }
 
+/// A value of one line. Anything else in it would begin a line of the message: a header, even.
+QString Simples(const QString &texto)
+{
+    return Aparar(SemControles(texto));
+}
+
 QString ComBr(const QString &texto)
 {
-    return Aparar(texto).replace("\r\n", "<BR>");
+    // A lone CR or LF is no line break of ours, but mail programs may take it for one.
+    return Aparar(texto).replace("\r\n", "<BR>").replace('\r', ' ').replace('\n', ' ');
 }
 
 QStringList Cabecalho(const QString &nome)
@@ -60,10 +67,10 @@ QString Fatos(const ReceitaNaTela &receita)
         if (!valor.isEmpty())
             fatos += "<B>" + rotulo + ": </B>" + valor + depois + "<BR>";
     };
-    acrescentar("Tipo", Aparar(receita.cmbTipo), "");
-    acrescentar("Tempo de Preparo", Aparar(receita.txtPreparo), "");
-    acrescentar("Rendimento", Aparar(receita.txtPorcoes), " porções");
-    acrescentar("Calorias", Aparar(receita.txtCalorias),
+    acrescentar("Tipo", Simples(receita.cmbTipo), "");
+    acrescentar("Tempo de Preparo", Simples(receita.txtPreparo), "");
+    acrescentar("Rendimento", Simples(receita.txtPorcoes), " porções");
+    acrescentar("Calorias", Simples(receita.txtCalorias),
                 receita.optPorcao    ? " por porção."
                 : receita.optReceita ? " por receita."
                                      : "");
@@ -74,9 +81,9 @@ QString LinhaDeIngrediente(const QString &tag)
 {
     // Saving and the editor join and split the tag at character 160 as well: change them together.
     const QStringList partes = tag.split(QChar(160));
-    const QString quantidade = Aparar(partes.value(0));
-    const QString unidade = Aparar(partes.value(1));
-    const QString ingrediente = Aparar(partes.value(2));
+    const QString quantidade = Simples(partes.value(0));
+    const QString unidade = Simples(partes.value(1));
+    const QString ingrediente = Simples(partes.value(2));
     // The blank after the quantity stands even when there is no quantity.
     return quantidade + ' ' + (unidade.isEmpty() ? QString() : unidade + ' ') + ingrediente + "<BR>";
 }
@@ -111,7 +118,7 @@ QStringList Html(const ReceitaNaTela &receita, bool comFigura, const QString &si
         "<STYLE></STYLE>",
         "</HEAD>",
         "<BODY bgColor=3D#ffffff><FONT color=3Dblue face=3DVerdana =",
-        "size=3D5><B>" + Aparar(receita.txtNome) + "<FONT size=3D2><BR>(" + Aparar(receita.txtOrigem) +
+        "size=3D5><B>" + Simples(receita.txtNome) + "<FONT size=3D2><BR>(" + Simples(receita.txtOrigem) +
             ")</FONT></FONT>=20",
         "<HR color=3D#000000 width=3D" + EntreAspas("100%") + ">",
         "<TABLE border=3D0 width=3D" + EntreAspas("100%") + ">",
@@ -166,7 +173,7 @@ QByteArray Linhas(const QStringList &linhas)
 QByteArray MensagemReceita::Montar(const ReceitaNaTela &receita, const std::optional<QByteArray> &figura,
                                    const QString &site)
 {
-    QByteArray mensagem = Linhas(Cabecalho(Aparar(receita.txtNome)));
+    QByteArray mensagem = Linhas(Cabecalho(Simples(receita.txtNome)));
     mensagem += Linhas(Html(receita, figura.has_value(), site));
     if (figura) {
         mensagem += Linhas(CabecalhoDaFigura());

@@ -11,7 +11,8 @@
  *
  * The message is a fixed form, kept to the byte. The body is declared quoted-printable, but only the fixed
  * texts carry escapes: values reach it as they stand, neither quoted-printable nor HTML escaped, accented
- * letters as single Windows-1252 bytes and any character outside that code page as "?".
+ * letters as single Windows-1252 bytes and any character outside that code page as "?". Only control
+ * characters become blanks: none can begin a line of the message.
  */
 namespace MensagemReceita
 {

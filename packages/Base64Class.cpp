@@ -5,6 +5,7 @@
 #include <cstring>
 #include <stdexcept>
 #include <string_view>
+#include <utility>
 
 namespace
 {
@@ -54,11 +55,8 @@ char *EscreverBytes(quint32 bits, char *saida)
 
 Base64Class::Base64Class()
 {
-    m_volta.fill(0);
-    for (std::size_t i = 0; i < m_ida.size(); ++i) {
+    for (std::size_t i = 0; i < m_ida.size(); ++i)
         m_ida[i] = static_cast<unsigned char>(kAlfabeto[i]);
-        m_volta[m_ida[i]] = static_cast<unsigned char>(i);
-    }
 }
 
 QString Base64Class::EncodeString(const QString &Text) const
@@ -121,17 +119,37 @@ QByteArray Base64Class::Decodificar(QByteArrayView texto) const
 {
     if (texto.isEmpty())
         throw std::invalid_argument("Base64Class: nada a decodificar");
+    DecodificadorBase64 decodificador;
+    QByteArray bytes = decodificador.Passar(texto);
+    return bytes += decodificador.Terminar();
+}
 
-    // Characters that are removed only make the result shorter than this.
-    QByteArray bytes(texto.size() / 4 * 3 + 3, Qt::Uninitialized);
+QByteArray DecodificadorBase64::Passar(QByteArrayView texto)
+{
+    // Characters that are removed only make the result shorter than this; what an earlier piece has begun,
+    // longer.
+    QByteArray bytes(texto.size() / 4 * 3 + 6, Qt::Uninitialized);
     const auto *entrada = reinterpret_cast<const unsigned char *>(texto.data());
     const auto *fim = entrada + texto.size();
     char *saida = bytes.data();
+    const auto acrescentar = [&](unsigned char c) {
+        m_grupo = m_grupo << 6 | (kDeslocados[3][c] & 63);
+        if (++m_noGrupo == 4) {
+            saida = EscreverBytes(m_grupo, saida);
+            m_grupo = 0;
+            m_noGrupo = 0;
+        }
+    };
 
-    quint32 grupo = 0; // values of a group that a removed character has interrupted
-    int noGrupo = 0;
+    if (m_cr && entrada < fim) {
+        m_cr = false;
+        if (*entrada == '\n')
+            ++entrada;
+        else
+            acrescentar('\r');
+    }
     while (entrada < fim) {
-        while (noGrupo == 0 && fim - entrada >= 4) {
+        while (m_noGrupo == 0 && fim - entrada >= 4) {
             const quint32 bits = kDeslocados[0][entrada[0]] | kDeslocados[1][entrada[1]] |
                                  kDeslocados[2][entrada[2]] | kDeslocados[3][entrada[3]];
             if (bits & kAtencao)
@@ -143,27 +161,31 @@ QByteArray Base64Class::Decodificar(QByteArrayView texto) const
             break;
 
         // One character at a time until the next group begins.
-        if (*entrada == '=') {
+        const unsigned char c = *entrada++;
+        if (c == '\r' && entrada == fim)
+            m_cr = true;
+        else if (c == '\r' && *entrada == '\n')
             ++entrada;
-        } else if (*entrada == '\r' && fim - entrada > 1 && entrada[1] == '\n') {
-            entrada += 2;
-        } else {
-            grupo = grupo << 6 | m_volta[*entrada++];
-            if (++noGrupo == 4) {
-                saida = EscreverBytes(grupo, saida);
-                grupo = 0;
-                noGrupo = 0;
-            }
-        }
-    }
-
-    // Two characters left are one byte, three are two; a single one says nothing.
-    if (noGrupo == 2) {
-        *saida++ = static_cast<char>(grupo >> 4);
-    } else if (noGrupo == 3) {
-        *saida++ = static_cast<char>(grupo >> 10);
-        *saida++ = static_cast<char>(grupo >> 2);
+        else if (c != '=')
+            acrescentar(c);
     }
     bytes.truncate(saida - bytes.data());
     return bytes;
+}
+
+QByteArray DecodificadorBase64::Terminar()
+{
+    QByteArray fim;
+    if (std::exchange(m_cr, false))
+        fim = Passar("A"); // no line end after all: a character of value 0, as "A" is
+    // Two characters left are one byte, three are two; a single one says nothing.
+    if (m_noGrupo == 2) {
+        fim += static_cast<char>(m_grupo >> 4);
+    } else if (m_noGrupo == 3) {
+        fim += static_cast<char>(m_grupo >> 10);
+        fim += static_cast<char>(m_grupo >> 2);
+    }
+    m_grupo = 0;
+    m_noGrupo = 0;
+    return fim;
 }

@@ -31,5 +31,19 @@ public:
 
 private:
     std::array<unsigned char, 64> m_ida;
-    std::array<unsigned char, 256> m_volta;
+};
+
+/// Base64Class::Decodificar() for a text that comes in pieces, of any size and cut anywhere.
+class DecodificadorBase64
+{
+public:
+    /// The bytes that the text so far completes.
+    QByteArray Passar(QByteArrayView texto);
+    /// The last bytes, one or two, that no full group of four holds.
+    QByteArray Terminar();
+
+private:
+    quint32 m_grupo = 0; ///< values of a group that has begun
+    int m_noGrupo = 0;
+    bool m_cr = false; ///< a CR that is part of the text only if no LF follows
 };

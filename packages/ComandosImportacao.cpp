@@ -1,5 +1,7 @@
 #include "packages/ComandosImportacao.h"
 
+#include "base/Texto.h"
+#include "packages/Pacote.h"
 #include "store/Comandos.h"
 
 #include <algorithm>
@@ -22,10 +24,16 @@ QString OuNulo(const QString &valor)
     return valor.isEmpty() ? QString("NULL") : EntreApostrofos(Esc(valor));
 }
 
+/// A value of one line: nothing in it may begin another, here or where the recipe is sent on.
+QString Simples(QStringView valor)
+{
+    return SemControles(valor.toString());
+}
+
 /// As it stands in the package, quoted; `vazio` when there is nothing.
 QString SemEscape(QStringView valor, const QString &vazio)
 {
-    return valor.isEmpty() ? vazio : EntreApostrofos(valor.toString());
+    return valor.isEmpty() ? vazio : EntreApostrofos(Simples(valor));
 }
 bool EApostrofo(QChar c)
 {
@@ -54,7 +62,7 @@ QString ComandosImportacao::CampoInvalido(const Pacote::Registro &receita)
 
 QString ComandosImportacao::SqlInserirReceita(const Pacote::Registro &receita, const QDate &hoje)
 {
-    const auto valor = [&](QStringView tag) { return receita.Valor(tag).toString(); };
+    const auto valor = [&](QStringView tag) { return Simples(receita.Valor(tag)); };
     const QString tipo = valor(u"TIPO");
     return "Insert into Receitas(Nome,Data,Classificacao,Modo,Tipo,Origem,Porcoes,Preparo,Tipo_Calorias,"
            "Calorias,Observacao,Figura) values (" +
@@ -71,7 +79,7 @@ QString ComandosImportacao::SqlInserirReceita(const Pacote::Registro &receita, c
 QString ComandosImportacao::SqlInserirIngrediente(qint64 lngReceita, const Pacote::Registro &item)
 {
     return "Insert into Ingredientes(id_receitas,Ingrediente,Quantidade,Unidade) values (" +
-           QString::number(lngReceita) + "," + EntreApostrofos(Esc(item.Valor(u"INGREDIENTE").toString())) +
-           "," + OuNulo(item.Valor(u"QUANTIDADE").toString()) + "," +
-           OuNulo(item.Valor(u"UNIDADE").toString()) + ")";
+           QString::number(lngReceita) + "," + EntreApostrofos(Esc(Simples(item.Valor(u"INGREDIENTE")))) +
+           "," + OuNulo(Simples(item.Valor(u"QUANTIDADE"))) + "," +
+           OuNulo(Simples(item.Valor(u"UNIDADE"))) + ")";
 }

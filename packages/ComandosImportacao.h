@@ -1,6 +1,6 @@
 #pragma once
 
-#include "packages/Pacote.h"
+#include "packages/TextoDoPacote.h"
 
 #include <QDate>
 #include <QString>
@@ -9,7 +9,8 @@
  * The statements that bring a package's recipe into the book. Their texts are promises, kept to the
  * character.
  *
- * Texts have their apostrophes doubled and their commas brought back. Kept on purpose: TIPO stands unquoted
+ * Texts have their apostrophes doubled and their commas brought back; control characters in values of one line
+ * become blanks. Kept on purpose: TIPO stands unquoted
  * and as it is in the package; PORCOES, CALORIAS and TIPO_CALORIAS stand quoted but not escaped; empty
  * numbers are 0, other empty values NULL, an empty method an empty text.
  */

@@ -207,7 +207,7 @@ QString Exportacao::GravarTexto(const QString &caminho, RecordSet rs, OperacaoLo
         if (arquivo.pos() > Pacote::kMaiorTexto)
             Falhar("As receitas selecionadas, com suas figuras, são grandes demais para um pacote. "
                    "Selecione menos receitas.");
-        nomes += "<LI>" + Aparar(receita.Nome);
+        nomes += "<LI>" + Aparar(SemControles(receita.Nome));
     }
     if (!arquivo.flush())
         FalharAoGravar(caminho);

@@ -4,7 +4,10 @@
 #include <QByteArrayView>
 #include <QString>
 
+#include <functional>
 #include <optional>
+
+class QIODevice;
 
 /**
  * The compressed container of packages and backups: a zlib stream (RFC 1950, level 9) and a trailer of 17
@@ -52,11 +55,17 @@ int Compactar(const QByteArray &bytes, QByteArray &saida, int nivel = 9);
 /// that readers ignore and unpacked files keep. Empty input succeeds with no output; so does a failure.
 int Descompactar(const QByteArray &recipiente, QByteArray &saida, qint64 maximo = kMaiorEmMemoria);
 
-/// File into file. The destination is written beside itself and renamed, so that a failure leaves an earlier
-/// file of that name as it was; with `sobrescrever` false an existing destination is a failure.
-/// `erro` receives the code; the result is whether it was 0. An empty source gives an empty destination.
-bool CompactarArquivo(const QString &origem, const QString &destino, int nivel, int &erro, bool sobrescrever);
-/// Needs little memory, whatever the container unfolds to.
+/// File into file, in slices and with little memory. The destination is written beside itself and renamed, so
+/// that a failure leaves an earlier file of that name as it was; with `sobrescrever` false an existing
+/// destination is a failure. `erro` receives the code; the result is whether it was 0. An empty source gives
+/// an empty destination. `pausa` is called between slices; false stops the work
+/// (RecipienteEmFatias::kInterrompido).
+bool CompactarArquivo(const QString &origem, const QString &destino, int nivel, int &erro, bool sobrescrever,
+                      const std::function<bool()> &pausa = {});
 bool DescompactarArquivo(const QString &origem, const QString &destino, int &erro, bool sobrescrever,
                          qint64 maximo = kMaiorComprimento);
+/// The same into a device that is open for writing, whose content is anything after a failure; the result is
+/// the code.
+int DescompactarPara(const QString &origem, QIODevice &destino, qint64 maximo,
+                     const std::function<bool()> &pausa = {});
 } // namespace Recipiente

@@ -1,11 +1,8 @@
 #pragma once
 
-#include "packages/Pacote.h"
+#include "packages/ImportacaoDoPacote.h"
 
 #include <QDialog>
-#include <QStringList>
-
-#include <optional>
 
 class Avisos;
 class Banco;
@@ -16,9 +13,12 @@ class QPushButton;
 class Relogio;
 
 /**
- * The import dialog: lists the recipes of a package, all selected at first, and adds the chosen ones to the
- * book as new recipes. The package file itself is never touched; the unpacked text, "PacoteReceita.lrs" in
- * the application folder, lives as long as the dialog.
+ * The import dialog: lists the recipes of a package, all selected at first, and has the chosen ones added to
+ * the book (ImportacaoDoPacote).
+ *
+ * A running import is stopped by Cancel, Escape or the window's close button; what is in the book by then
+ * stays. A question about a name that exists already, closed without an answer, counts as No and gives the
+ * dialog back: Import goes on with the recipe behind it, Cancel ends.
  */
 class frmImportacao : public QDialog
 {
@@ -39,49 +39,29 @@ public:
     /// the result is false.
     bool CarregarReceitas(const QString &strArquivo);
 
-    /**
-     * Adds record n (1 is the first) to the book, unless a recipe of that name exists and the user does not
-     * want a second one.
-     *
-     * @throws ErroBanco when the database refuses a statement (what was executed before stays),
-     *         std::runtime_error when the picture cannot be written
-     */
-    void EfetuarImportacao(int n);
-
     Desfecho Resultado() const { return m_desfecho; }
+    /// Whether the book has new recipes: also after Cancelado, when the import was stopped on its way.
+    bool AlgumaEntrou() const { return m_importacao.AlgumaEntrou(); }
 
 public slots:
-    /// Cancel, Escape and the window's close button: nothing is imported. Without effect once the import
-    /// runs.
+    /// Cancel, Escape and the window's close button. Before the import nothing is imported; a running one
+    /// stops before its next recipe.
     void reject() override;
 
 private:
     void CriarControles();
     void OrganizarControles();
-    std::optional<QString> LerPacote(const QString &strArquivo);
-    bool Recusar(const QString &texto);
     void Importar();
-    void TentarImportar(int linha);
-    void Concluir();
-    bool NomeConhecido(const QString &nome) const;
-    bool DesejaRepetir(const QString &nome);
-    QString NomeParaMensagem(int linha) const;
-    void ApagarTrabalho();
 
-    const Banco &m_banco;
-    const Figuras &m_figuras;
     Avisos &m_avisos;
-    const Relogio &m_relogio;
+    ImportacaoDoPacote m_importacao;
 
     QListWidget *m_lstImportacao = nullptr;
     QPushButton *m_cmdSalvarIngredientes = nullptr;
     QPushButton *m_cmdCancelar = nullptr;
     QProgressBar *m_PrgrssBr = nullptr;
 
-    std::optional<Pacote::Texto> m_pacote;
-    bool m_importacaoIniciada = false; ///< a second click never runs a second import
-    bool m_importando = false;
-    bool m_receitaGravada = false; ///< whether the record being imported already has its row
-    QStringList m_falhas;          ///< names of the recipes that did not arrive whole
+    /// A second click never runs a second import; after a pause it goes on with the one there is.
+    enum class Estado { Escolhendo, Importando, EmPausa, Terminado } m_estado = Estado::Escolhendo;
     Desfecho m_desfecho = Desfecho::Cancelado;
 };

@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 #include <sys/stat.h>
 
@@ -69,10 +70,9 @@ QString PastaDeFotos(const Banco &banco)
 
 /// commit() alone would put a cut file in place: Qt 6.4 forgets that the last of the buffer found no room. By
 /// promise nobody is told of a failure; the earlier picture stays.
-void Confirmar(QSaveFile &destino)
+bool Confirmar(QSaveFile &destino)
 {
-    if (destino.flush())
-        destino.commit();
+    return destino.flush() && destino.commit();
 }
 
 bool NomeSimples(const QString &nome)
@@ -130,12 +130,20 @@ void Figuras::CopiarFigura(const QString &origem, qint64 lngReceita) const
 
 void Figuras::GravarFigura(const QByteArray &bytes, qint64 lngReceita) const
 {
+    QByteArray falta = bytes;
+    GravarFigura([&falta] { return std::exchange(falta, {}); }, lngReceita); // by promise, as above
+}
+
+bool Figuras::GravarFigura(const std::function<QByteArray()> &proximo, qint64 lngReceita) const
+{
     QDir().mkpath(PastaDeFotos(m_banco));
     QSaveFile destino(Caminho(Comandos::NomeFigura(lngReceita)));
     if (!destino.open(QIODevice::WriteOnly))
-        return; // by promise, as above
-    destino.write(bytes);
-    Confirmar(destino);
+        return false;
+    for (QByteArray bloco = proximo(); !bloco.isEmpty(); bloco = proximo())
+        if (destino.write(bloco) != bloco.size())
+            return false;
+    return Confirmar(destino);
 }
 
 namespace

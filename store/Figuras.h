@@ -6,6 +6,8 @@
 #include <QImage>
 #include <QString>
 
+#include <functional>
+
 class Banco;
 
 /**
@@ -43,6 +45,9 @@ public:
     /// Makes "Fotos" and writes the bytes as the recipe's picture file, whatever they hold. Errors are
     /// ignored.
     void GravarFigura(const QByteArray &bytes, qint64 lngReceita) const;
+    /// The same for bytes that come piece by piece, an empty piece last. Whether all of them are in the file,
+    /// for who wants to know. What `proximo` throws passes through, with the earlier file as it was.
+    bool GravarFigura(const std::function<QByteArray()> &proximo, qint64 lngReceita) const;
 
 private:
     const Banco &m_banco;

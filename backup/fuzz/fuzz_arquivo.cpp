@@ -1,7 +1,7 @@
 // Feeds the readers of a backup file whatever the fuzzer makes up. The first byte chooses: even, the rest is
 // an archive; odd, the rest is a container, whose contents are read as an archive if it unpacks.
 #include "backup/ArquivoBackup.h"
-#include "backup/RecipienteEmFatias.h"
+#include "packages/RecipienteEmFatias.h"
 #include "packages/Recipiente.h"
 
 #include <QBuffer>

@@ -1,8 +1,8 @@
 #include "backup/ArquivoBackup.h"
 #include "backup/EscalaDeProgresso.h"
 #include "backup/EscritaSegura.h"
-#include "backup/RecipienteEmFatias.h"
 #include "packages/Recipiente.h"
+#include "packages/RecipienteEmFatias.h"
 
 #include <QBuffer>
 #include <QDir>

@@ -1,3 +1,4 @@
+#include "base/Acompanha.h"
 #include "base/FiltrarTecla.h"
 #include "base/Numero.h"
 #include "base/OperacaoLonga.h"
@@ -7,7 +8,10 @@
 #include "base/Texto.h"
 #include "base/Twips.h"
 
+#include <QDir>
+#include <QFile>
 #include <QLocale>
+#include <QTemporaryDir>
 #include <QTest>
 
 namespace
@@ -37,6 +41,31 @@ class TesteBase : public QObject
     Q_OBJECT
 private slots:
     void init() { Separadores::Definir({u',', u'.'}); }
+
+    void oGuiaEOsExemplosVemComOPrograma()
+    {
+        const QTemporaryDir raiz;
+        const auto por = [&raiz](const QString &nome) {
+            const QString caminho = raiz.filePath(nome);
+            QVERIFY(QDir().mkpath(caminho.section(u'/', 0, -2)));
+            QVERIFY(QFile(caminho).open(QIODevice::WriteOnly));
+        };
+        const QString pasta = raiz.filePath("bin");
+        QVERIFY(QDir().mkpath(pasta));
+        QCOMPARE(Acompanha::Guia(pasta), QString());
+        QCOMPARE(Acompanha::Exemplos(pasta), QString());
+        QVERIFY(QDir().mkpath(raiz.filePath("bin/guia/index.html"))); // a folder is no page
+        QCOMPARE(Acompanha::Guia(pasta), QString());
+
+        por("share/cozinhario/guia/index.html");
+        por("share/cozinhario/exemplos/PacoteReceita.lr$");
+        QCOMPARE(Acompanha::Guia(pasta), raiz.filePath("share/cozinhario/guia/index.html"));
+        QCOMPARE(Acompanha::Exemplos(pasta + "/"),
+                 raiz.filePath("share/cozinhario/exemplos/PacoteReceita.lr$"));
+
+        por("bin/exemplos/PacoteReceita.lr$"); // what lies beside it is the program's own
+        QCOMPARE(Acompanha::Exemplos(pasta), raiz.filePath("bin/exemplos/PacoteReceita.lr$"));
+    }
 
     void filtraATeclaDigitada_data()
     {
@@ -105,6 +134,14 @@ private slots:
         QCOMPARE(Aparar(u"  a b  "), QString("a b"));
         QCOMPARE(Aparar(u"\ta\r\n"), QString("\ta\r\n"));
         QCOMPARE(Aparar(u"   "), QString(""));
+    }
+
+    void controlesViramBrancos()
+    {
+        QCOMPARE(SemControles("Torta\r\nBcc: x\t" + QString(QChar(0)) + QChar(0x7F)),
+                 QString("Torta  Bcc: x   "));
+        QCOMPARE(SemControles("Pão de ló – 1ª"), QString("Pão de ló – 1ª"));
+        QCOMPARE(SemControles(""), QString(""));
     }
 
     void removeTodosOsEnterDoFim()

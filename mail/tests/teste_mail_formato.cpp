@@ -54,6 +54,7 @@ private slots:
     void semModoOTituloFica();
     void quebrasDeModoEObservacaoViramBr();
     void valoresEntramComoEstao();
+    void quebraEmCampoDeUmaLinhaNaoFazLinhaNova();
     void foraDaPaginaDeCodigoViraInterrogacao();
     void origemVaziaGuardaOsParenteses();
     void tagIncompletaNaoDerruba();
@@ -216,6 +217,23 @@ void TesteMailFormato::valoresEntramComoEstao()
     const QByteArray mensagem = Montar(receita, std::nullopt, kSite);
     QCOMPARE(Linha(mensagem, "Subject:"), Ansi("Subject: Receita de Pão = <b> & \"água\""));
     QVERIFY(mensagem.contains(Ansi("size=3D5><B>Pão = <b> & \"água\"<FONT size=3D2>")));
+}
+
+void TesteMailFormato::quebraEmCampoDeUmaLinhaNaoFazLinhaNova()
+{
+    ReceitaNaTela receita;
+    receita.txtNome = "Torta\r\nBcc: x@y.example";
+    receita.txtOrigem = receita.cmbTipo = receita.txtPreparo = receita.txtPorcoes = receita.txtCalorias =
+        "a\r\nBcc: x";
+    receita.TrVwIngredientes = {QString("1\nBcc: x") + QChar(160) + "g\rBcc: x" + QChar(160) + "sal\r\nBcc: x"};
+    receita.txtModo = receita.txtObs = "um\nBcc: x\rBcc: x\r\ndois\ttrês";
+    const QByteArray mensagem = Montar(receita, std::nullopt, kSite);
+    QCOMPARE(Linha(mensagem, "Subject:"), QByteArray("Subject: Receita de Torta  Bcc: x@y.example"));
+    for (const QByteArray &linha : mensagem.split('\n'))
+        for (const QByteArray &parte : linha.split('\r'))
+            QVERIFY2(!parte.startsWith("Bcc"), parte.constData());
+    QCOMPARE(mensagem.count("\r\n"), Montar(SoNome(), std::nullopt, kSite).count("\r\n"));
+    QVERIFY(mensagem.contains("um Bcc: x Bcc: x<BR>dois\ttr\xEAs"));
 }
 
 void TesteMailFormato::foraDaPaginaDeCodigoViraInterrogacao()

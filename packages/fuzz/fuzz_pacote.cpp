@@ -4,6 +4,7 @@
 #include "packages/Base64Class.h"
 #include "packages/Pacote.h"
 #include "packages/Recipiente.h"
+#include "packages/TextoDoPacote.h"
 
 #include <QBuffer>
 
@@ -26,20 +27,27 @@ void LerPacote(const QByteArray &bytes)
     QBuffer arquivo;
     arquivo.setData(bytes);
     arquivo.open(QIODevice::ReadOnly);
-    const QString texto = Pacote::LerTexto(arquivo);
-    Exigir(texto.isEmpty() || texto.endsWith("\r\n"));
-    Exigir(texto.size() <= 2 * bytes.size() + 2);
-
-    const std::optional<Pacote::Texto> pacote = Pacote::Texto::Dividir(texto);
-    Exigir(pacote || !texto.startsWith(Pacote::Cabecalho() + "\r\n<RECEITA>"));
-    for (qsizetype i = 0; pacote && i < std::min<qsizetype>(pacote->Quantas(), 100); ++i) {
-        const Pacote::Registro &registro = (*pacote)[i];
+    Pacote::Texto pacote;
+    if (pacote.Abrir(arquivo) != Pacote::Texto::Abertura::Aberto) {
+        Exigir(!bytes.startsWith(Pacote::EscreverCabecalho() + "<RECEITA>") ||
+               bytes.count("<RECEITA>") > Pacote::kMaisReceitas);
+        return;
+    }
+    for (qsizetype i = 0; i < std::min<qsizetype>(pacote.Quantas(), 100); ++i) {
+        const Pacote::Registro registro = pacote[i];
+        Exigir(registro.Tudo().size() <= 2 * bytes.size() + 2);
         for (const QStringView tag : {QStringView(u"NOME"), QStringView(u"TIPO"), QStringView(u"FIGURA")})
-            Exigir(registro.Valor(tag).size() <= texto.size());
+            Exigir(registro.Valor(tag).size() <= registro.Tudo().size());
+        Exigir(registro.Valor(u"NOME").startsWith(pacote.Nome(i, 20)));
         Pacote::DesfazerVirgulas(Pacote::DesfazerQuebras(registro.Valor(u"MODO")));
-        Exigir(registro.DadosFigura().size() <= registro.Valor(u"DADOS_FIGURA").size());
+        qsizetype figura = 0;
+        Pacote::LeitorDaFigura leitor = registro.AbrirFigura();
+        for (QByteArray bloco = leitor.LerBloco(); !bloco.isEmpty(); bloco = leitor.LerBloco())
+            figura += bloco.size();
+        Exigir(figura <= bytes.size());
+        registro.Excesso();
         for (const Pacote::Registro &item : registro.Itens())
-            Exigir(item.Valor(u"INGREDIENTE").size() <= texto.size());
+            Exigir(item.Valor(u"INGREDIENTE").size() <= registro.Tudo().size());
     }
 }
 

@@ -77,12 +77,21 @@ public:
     bool Perguntar(const QString &texto) override
     {
         ditos += "pergunta|" + texto;
+        if (aoPerguntar)
+            aoPerguntar();
         return resposta;
+    }
+
+    Resposta PerguntarComSaida(const QString &texto) override
+    {
+        const bool sim = Perguntar(texto);
+        return semResposta ? Resposta::Nenhuma : sim ? Resposta::Sim : Resposta::Nao;
     }
 
     QStringList ditos;
     bool resposta = false;
-    std::function<void()> aoAvisar;
+    bool semResposta = false; ///< the user closes the question's box
+    std::function<void()> aoAvisar, aoPerguntar;
 };
 
 class RelogioParado : public Relogio

@@ -4,12 +4,13 @@
 #include "packages/MensagemPacote.h"
 #include "packages/Pacote.h"
 #include "packages/Recipiente.h"
+#include "packages/TextoDoPacote.h"
 
 #include <QBuffer>
 #include <QFile>
 #include <QTest>
 
-#include <optional>
+#include <memory>
 
 namespace
 {
@@ -21,16 +22,46 @@ QByteArray Dourado(const QString &nome)
     return arquivo.open(QIODevice::ReadOnly) ? arquivo.readAll() : QByteArray();
 }
 
-QString LerTexto(QByteArray bytes)
+/// A package text as an unpacked file, and its reader.
+struct Lido {
+    explicit Lido(const QByteArray &bytes)
+    {
+        arquivo.setData(bytes);
+        arquivo.open(QIODevice::ReadOnly);
+        abertura = texto.Abrir(arquivo, [this] { ++respiros; });
+    }
+    bool Aberto() const { return abertura == Pacote::Texto::Abertura::Aberto; }
+
+    QBuffer arquivo;
+    Pacote::Texto texto;
+    Pacote::Texto::Abertura abertura;
+    int respiros = 0;
+};
+
+std::unique_ptr<Lido> Ler(const QByteArray &bytes)
 {
-    QBuffer arquivo(&bytes);
-    arquivo.open(QIODevice::ReadOnly);
-    return Pacote::LerTexto(arquivo);
+    auto lido = std::make_unique<Lido>(bytes);
+    return lido->Aberto() ? std::move(lido) : nullptr;
 }
 
-std::optional<Pacote::Texto> Ler(const QByteArray &bytes)
+/// A text as it is read: the one record of a package that holds nothing else.
+QString LerTexto(const QByteArray &bytes)
 {
-    return Pacote::Texto::Dividir(LerTexto(bytes));
+    const auto pacote = Ler(Pacote::EscreverCabecalho() + "<RECEITA>" + bytes);
+    return pacote ? pacote->texto[0].Tudo().toString() : "(outro texto)";
+}
+
+/// All the bytes of a record's picture; `blocos` receives how many pieces they came in.
+QByteArray Figura(const Pacote::Registro &registro, int *blocos = nullptr)
+{
+    QByteArray figura;
+    Pacote::LeitorDaFigura leitor = registro.AbrirFigura();
+    for (QByteArray bloco = leitor.LerBloco(); !bloco.isEmpty(); bloco = leitor.LerBloco()) {
+        figura += bloco;
+        if (blocos)
+            ++*blocos;
+    }
+    return figura;
 }
 
 Pacote::Receita Minima()
@@ -110,6 +141,16 @@ private slots:
     void ingredientesSeparamSeEmItens();
     void figuraDanificadaAindaDaBytes();
     void leOQueEscreve();
+    void figuraGrandeFicaNoArquivoEVemEmPedacos_data();
+    void figuraGrandeFicaNoArquivoEVemEmPedacos();
+    void figuraGrandeCortadaDaOQueRestou();
+    void controlesViramBrancosAoEscrever();
+    void oQueEGrandeDemaisTemNome_data();
+    void oQueEGrandeDemaisTemNome();
+    void nomeCompridoVemCortado();
+    void receitasDemais();
+    void arquivoQueNaoSeLeEDito();
+    void aLeituraDeixaRespirar();
 
     void mensagemDasTresReceitasDaOsBytesPrometidos();
     void mensagemSemPacoteTemAnexoVazio();
@@ -155,7 +196,7 @@ void TestePacote::modoDeDuasLinhasFicaEmUmaEVolta()
     QVERIFY(bytes.contains("<MODO>Bata tudo\\VG/ bem batido.</BR\\>Asse.</MODO>\r\n"));
     const auto pacote = Ler(Pacote::EscreverCabecalho() + bytes);
     QVERIFY(pacote);
-    QCOMPARE(Pacote::DesfazerVirgulas(Pacote::DesfazerQuebras((*pacote)[0].Valor(u"MODO"))), receita.Modo);
+    QCOMPARE(Pacote::DesfazerVirgulas(Pacote::DesfazerQuebras(pacote->texto[0].Valor(u"MODO"))), receita.Modo);
 }
 
 void TestePacote::tipoComVirgulaFicaComoEsta()
@@ -172,7 +213,7 @@ void TestePacote::tipoComVirgulaFicaComoEsta()
     QVERIFY(bytes.contains("<TIPO_CALORIAS>,</TIPO_CALORIAS>\r\n"));
     const auto pacote = Ler(Pacote::EscreverCabecalho() + bytes);
     QVERIFY(pacote);
-    QCOMPARE((*pacote)[0].Valor(u"TIPO"), u"1,5");
+    QCOMPARE(pacote->texto[0].Valor(u"TIPO"), u"1,5");
 }
 
 void TestePacote::figuraVaziaNaoEscreveAsLinhas()
@@ -201,22 +242,25 @@ void TestePacote::valoresPerdemEspacosDasPontas()
 void TestePacote::leTextoSemOZeroFinal()
 {
     const QByteArray texto = Dourado("PacoteReceitas.lrs");
-    QCOMPARE(LerTexto(texto), PaginaCodigo::DeAnsi(texto));
-    QCOMPARE(LerTexto(texto + '\0'), PaginaCodigo::DeAnsi(texto));
+    const QByteArray registro = texto.mid(texto.lastIndexOf("<RECEITA>") + 9);
+    QCOMPARE(LerTexto(registro), PaginaCodigo::DeAnsi(registro));
+    QCOMPARE(LerTexto(registro + '\0'), PaginaCodigo::DeAnsi(registro));
 }
 
 void TestePacote::leTextoComMuitosZerosNoFim()
 {
     const QByteArray texto = Dourado("PacoteReceitas.lrs");
-    QCOMPARE(LerTexto(texto + QByteArray(200000, '\0')), PaginaCodigo::DeAnsi(texto));
+    const QByteArray registro = texto.mid(texto.lastIndexOf("<RECEITA>") + 9);
+    QCOMPARE(LerTexto(registro + QByteArray(2'000'000, '\0')), PaginaCodigo::DeAnsi(registro));
 }
 
 void TestePacote::leLinhasDeTodoJeito_data()
 {
     QTest::addColumn<QByteArray>("bytes");
     QTest::addColumn<QString>("texto");
-    QTest::newRow("nada") << QByteArray() << "";
-    QTest::newRow("só o zero") << QByteArray(1, '\0') << "";
+    // The tag that the record begins with stands on its first line.
+    QTest::newRow("nada") << QByteArray() << "\r\n";
+    QTest::newRow("só o zero") << QByteArray(1, '\0') << "\r\n";
     QTest::newRow("CR LF") << QByteArray("a\r\nb\r\n") << "a\r\nb\r\n";
     QTest::newRow("sem fim na última") << QByteArray("a\r\nb") << "a\r\nb\r\n";
     QTest::newRow("CR sozinho termina a linha") << QByteArray("a\rb\r") << "a\r\nb\r\n";
@@ -236,7 +280,7 @@ void TestePacote::leLinhasDeTodoJeito()
 
 void TestePacote::leCrLfPartidoEntreDoisBlocos()
 {
-    const int bloco = 64 * 1024;
+    const int bloco = 256 * 1024 - int(Pacote::EscreverCabecalho().size()) - 9;
     for (int n = bloco - 2; n <= bloco + 2; ++n) {
         const QByteArray linha(n, 'x');
         QCOMPARE(LerTexto(linha + "\r\ny\r\n"), QString::fromLatin1(linha + "\r\ny\r\n"));
@@ -260,14 +304,14 @@ void TestePacote::recusaCabecalho_data()
 void TestePacote::recusaCabecalho()
 {
     QFETCH(QString, inicio);
-    QVERIFY(!Pacote::Texto::Dividir(inicio + "<RECEITA>\r\n<NOME>Arroz</NOME>\r\n"));
+    QVERIFY(!Ler(PaginaCodigo::ParaAnsi(inicio + "<RECEITA>\r\n<NOME>Arroz</NOME>\r\n")));
 }
 
 void TestePacote::pacoteSemReceitasNaoTemRegistros()
 {
     const auto pacote = Ler(Pacote::EscreverCabecalho() + '\0');
     QVERIFY(pacote);
-    QCOMPARE(pacote->Quantas(), 0);
+    QCOMPARE(pacote->texto.Quantas(), 0);
 }
 
 void TestePacote::valorVemDaPrimeiraEtiquetaAteOSeuFim_data()
@@ -321,9 +365,9 @@ void TestePacote::registroCortadoDaOQueRestou()
                             12;
     const auto pacote = Ler(inteiro.first(corte));
     QVERIFY(pacote);
-    QCOMPARE(pacote->Quantas(), 2);
-    QCOMPARE((*pacote)[1].Valor(u"NOME"), u"Bolo de fubá\\VG/ simples");
-    const auto itens = (*pacote)[1].Itens();
+    QCOMPARE(pacote->texto.Quantas(), 2);
+    QCOMPARE(pacote->texto[1].Valor(u"NOME"), u"Bolo de fubá\\VG/ simples");
+    const auto itens = pacote->texto[1].Itens();
     QCOMPARE(itens.size(), 2u);
     QCOMPARE(itens[1].Valor(u"UNIDADE"), u"xíc");
 }
@@ -346,10 +390,10 @@ void TestePacote::figuraDanificadaAindaDaBytes()
 {
     const QString inteira = "<DADOS_FIGURA>TWFu\r\nTWFu</DADOS_FIGURA>";
     const QString danificada = "<DADOS_FIGURA>TW*u\r\nTWFu</DADOS_FIGURA>";
-    QCOMPARE(Pacote::Registro(inteira).DadosFigura(), QByteArray("ManMan"));
-    QCOMPARE(Pacote::Registro(danificada).DadosFigura(), QByteArray("M`.Man"));
+    QCOMPARE(Figura(Pacote::Registro(inteira)), QByteArray("ManMan"));
+    QCOMPARE(Figura(Pacote::Registro(danificada)), QByteArray("M`.Man"));
     const QString vazia = "<DADOS_FIGURA></DADOS_FIGURA>";
-    QCOMPARE(Pacote::Registro(vazia).DadosFigura(), QByteArray());
+    QCOMPARE(Figura(Pacote::Registro(vazia)), QByteArray());
 }
 
 void TestePacote::leOQueEscreve()
@@ -359,17 +403,154 @@ void TestePacote::leOQueEscreve()
     const auto pacote = Ler(texto);
     QVERIFY(pacote);
     const QList<Pacote::Receita> receitas = TresReceitas();
-    QCOMPARE(pacote->Quantas(), receitas.size());
+    QCOMPARE(pacote->texto.Quantas(), receitas.size());
     for (qsizetype i = 0; i < receitas.size(); ++i) {
-        const Pacote::Registro &lida = (*pacote)[i];
+        const Pacote::Registro lida = pacote->texto[i];
         QCOMPARE(Pacote::DesfazerVirgulas(lida.Valor(u"NOME")), receitas[i].Nome);
         QCOMPARE(Pacote::DesfazerVirgulas(lida.Valor(u"ORIGEM")), receitas[i].Origem);
         QCOMPARE(Pacote::DesfazerVirgulas(Pacote::DesfazerQuebras(lida.Valor(u"OBSERVACAO"))),
                  receitas[i].Observacao);
         QCOMPARE(lida.Valor(u"FIGURA").toString(), receitas[i].Figura);
-        QCOMPARE(lida.DadosFigura(), receitas[i].DadosFigura);
+        QCOMPARE(Figura(lida), receitas[i].DadosFigura);
         QCOMPARE(qsizetype(lida.Itens().size()), receitas[i].Ingredientes.size());
     }
+}
+
+void TestePacote::figuraGrandeFicaNoArquivoEVemEmPedacos_data()
+{
+    QTest::addColumn<QByteArray>("fimDeLinha");
+    QTest::newRow("CR LF") << QByteArray("\r\n");
+    QTest::newRow("CR") << QByteArray("\r");
+    QTest::newRow("LF, que vale zero") << QByteArray("\n");
+    QTest::newRow("CR com o igual no meio") << QByteArray("\r=\n");
+    QTest::newRow("sem linhas") << QByteArray("");
+}
+
+void TestePacote::figuraGrandeFicaNoArquivoEVemEmPedacos()
+{
+    QFETCH(QByteArray, fimDeLinha);
+    QByteArray dados(3'000'001, Qt::Uninitialized);
+    for (qsizetype i = 0; i < dados.size(); ++i)
+        dados[i] = static_cast<char>(i * 7 + i / 251);
+    const QByteArray base64 = Base64Class().Codificar(dados).replace("\r\n", fimDeLinha);
+    // What a reader of the whole text would make of it: every CR ends a line.
+    QByteArray linhas = base64;
+    linhas.replace("\r\n", "\n\t").replace("\r", "\n\t").replace("\n\t", "\r\n");
+    const QByteArray esperado = Base64Class().Decodificar(linhas);
+
+    const auto pacote = Ler(Pacote::EscreverCabecalho() + "<RECEITA>\r\n<NOME>A</NOME>\r\n<DADOS_FIGURA>" + base64 +
+                            "</DADOS_FIGURA>\r\n<INGREDIENTES>\r\n<ITEM>\r\n<INGREDIENTE>Sal</INGREDIENTE>\r\n"
+                            "</INGREDIENTES>\r\n<RECEITA>\r\n<NOME>B</NOME>\r\n");
+    QVERIFY(pacote);
+    QCOMPARE(pacote->texto.Quantas(), 2);
+    const Pacote::Registro registro = pacote->texto[0];
+    QVERIFY(registro.Tudo().size() < 1000);
+    QCOMPARE(registro.Itens().at(0).Valor(u"INGREDIENTE"), u"Sal");
+    QCOMPARE(registro.Excesso(), "");
+    int blocos = 0;
+    QVERIFY(Figura(registro, &blocos) == esperado);
+    QVERIFY(blocos > 5);
+    QCOMPARE(pacote->texto[1].Valor(u"NOME"), u"B");
+}
+
+void TestePacote::figuraGrandeCortadaDaOQueRestou()
+{
+    const QByteArray dados(3'000'000, 'x');
+    const QByteArray inteiro =
+        Pacote::EscreverCabecalho() + "<RECEITA>\r\n<NOME>A</NOME>\r\n<DADOS_FIGURA>" + Base64Class().Codificar(dados);
+    const auto pacote = Ler(inteiro.first(2'000'000));
+    QVERIFY(pacote);
+    QCOMPARE(pacote->texto[0].Valor(u"NOME"), u"A");
+    const QByteArray figura = Figura(pacote->texto[0]);
+    QVERIFY(figura.size() > 1'400'000);
+    QVERIFY(figura == dados.first(figura.size()));
+}
+
+void TestePacote::controlesViramBrancosAoEscrever()
+{
+    Pacote::Receita receita = Minima();
+    receita.Nome = "Torta\r\nBcc: x";
+    receita.Origem = "a\tb";
+    receita.Modo = "Bata.\r\nAsse.";
+    receita.Ingredientes = {{"Sal\r", "1\n2", "g\v"}};
+    const QByteArray bytes = Pacote::EscreverReceita(receita);
+    QVERIFY(bytes.contains("<NOME>Torta  Bcc: x</NOME>\r\n"));
+    QVERIFY(bytes.contains("<ORIGEM>a b</ORIGEM>\r\n"));
+    QVERIFY(bytes.contains("<MODO>Bata.</BR\\>Asse.</MODO>\r\n"));
+    QVERIFY(bytes.contains(
+        "<INGREDIENTE>Sal</INGREDIENTE>\r\n<QUANTIDADE>1 2</QUANTIDADE>\r\n<UNIDADE>g</UNIDADE>\r\n"));
+}
+
+void TestePacote::oQueEGrandeDemaisTemNome_data()
+{
+    QTest::addColumn<QByteArray>("registro");
+    QTest::addColumn<QString>("motivo");
+    const QByteArray limite(Pacote::kMaiorValor, 'x');
+    const QByteArray linha = "<ITEM>\r\n<INGREDIENTE>a</INGREDIENTE>\r\n";
+    const auto modo = [](const QByteArray &valor) { return "<MODO>" + valor + "</MODO>"; };
+    const auto linhas = [](const QByteArray &itens) { return "<INGREDIENTES>" + itens + "</INGREDIENTES>"; };
+    QTest::newRow("modo no limite") << modo(limite) << "";
+    QTest::newRow("modo") << modo(limite + 'x') << "O campo MODO";
+    QTest::newRow("nome") << "<NOME>" + limite + "x</NOME>" << "O campo NOME";
+    QTest::newRow("quantidade") << linhas(linha + "<ITEM><QUANTIDADE>" + limite + "x</QUANTIDADE>")
+                                << "O campo QUANTIDADE";
+    QTest::newRow("linhas no limite") << linhas(linha.repeated(Pacote::kMaisLinhas)) << "";
+    QTest::newRow("linhas") << linhas(linha.repeated(Pacote::kMaisLinhas + 1)) << "A receita tem ingredientes demais";
+    QTest::newRow("tudo junto") << modo(limite) + "<NOME>" + limite + "</NOME><OBSERVACAO>" + limite +
+                                       "</OBSERVACAO><ORIGEM>" + limite + "</ORIGEM>"
+                                << "A receita tem textos grandes demais";
+    QTest::newRow("figura não conta") << "<DADOS_FIGURA>" + QByteArray(30'000'000, 'A') + "</DADOS_FIGURA>" << "";
+}
+
+void TestePacote::oQueEGrandeDemaisTemNome()
+{
+    QFETCH(QByteArray, registro);
+    QFETCH(QString, motivo);
+    const auto pacote = Ler(Pacote::EscreverCabecalho() + "<RECEITA>\r\n" + registro + "\r\n<RECEITA>\r\n");
+    QVERIFY(pacote);
+    const QString excesso = pacote->texto[0].Excesso();
+    QVERIFY2(motivo.isEmpty() ? excesso.isEmpty() : excesso.startsWith(motivo), qPrintable(excesso.left(200)));
+    QVERIFY(pacote->texto[0].Tudo().size() < Pacote::kMaiorReceita + 1000);
+    QCOMPARE(pacote->texto[1].Excesso(), "");
+}
+
+void TestePacote::nomeCompridoVemCortado()
+{
+    const QByteArray nome = "P\xE3o " + QByteArray(3000, 'a');
+    const auto pacote = Ler(Pacote::EscreverCabecalho() + "<RECEITA>\r\n<NOME>" + nome +
+                            "</NOME>\r\n<RECEITA>\r\n<NOME>Bolo\\VG/ bom</NOME>\r\n<RECEITA>\r\n<RECEITA>\r\n<NOME>a\r\n");
+    QVERIFY(pacote);
+    QCOMPARE(pacote->texto.Nome(0, 1000), PaginaCodigo::DeAnsi(nome).first(1000));
+    QCOMPARE(pacote->texto.Nome(1, 1000), "Bolo\\VG/ bom");
+    QCOMPARE(pacote->texto.Nome(1, 6), "Bolo\\V");
+    QCOMPARE(pacote->texto.Nome(2, 1000), "");
+    QCOMPARE(pacote->texto.Nome(3, 1000), "a");
+}
+
+void TestePacote::receitasDemais()
+{
+    const Lido demais(Pacote::EscreverCabecalho() + QByteArray("<RECEITA>").repeated(Pacote::kMaisReceitas + 1));
+    QCOMPARE(demais.abertura, Pacote::Texto::Abertura::ReceitasDemais);
+    const Lido cabe(Pacote::EscreverCabecalho() + QByteArray("<RECEITA>").repeated(Pacote::kMaisReceitas));
+    QVERIFY(cabe.Aberto());
+    QCOMPARE(cabe.texto.Quantas(), Pacote::kMaisReceitas);
+}
+
+void TestePacote::arquivoQueNaoSeLeEDito()
+{
+    const auto pacote = Ler(Pacote::EscreverCabecalho() + QByteArray("<RECEITA>\r\n<MODO>") +
+                            QByteArray(1'000'000, 'x') + "</MODO>");
+    QVERIFY(pacote);
+    pacote->arquivo.close();
+    QVERIFY_EXCEPTION_THROWN(pacote->texto[0], std::runtime_error);
+}
+
+void TestePacote::aLeituraDeixaRespirar()
+{
+    const auto pacote = Ler(Pacote::EscreverCabecalho() + QByteArray("<RECEITA>\r\n<MODO>") +
+                            QByteArray(10'000'000, 'x') + "</MODO>");
+    QVERIFY(pacote);
+    QVERIFY(pacote->respiros > 30);
 }
 
 void TestePacote::mensagemDasTresReceitasDaOsBytesPrometidos()

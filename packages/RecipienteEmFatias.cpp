@@ -1,6 +1,4 @@
-#include "backup/RecipienteEmFatias.h"
-
-#include "packages/Recipiente.h"
+#include "packages/RecipienteEmFatias.h"
 
 #include <QByteArray>
 #include <QByteArrayView>
@@ -15,7 +13,6 @@
 namespace
 {
 constexpr qint64 kFatia = 256 * 1024;
-constexpr int kNivel = 9;
 constexpr qint64 kSoma = 4;
 
 /// Takes the next unpacked bytes; a code other than kSucesso ends the unpacking with it.
@@ -98,7 +95,7 @@ int Desdobrar(QIODevice &origem, qint64 m, qint64 n, bool comSoma, const Recepto
             return recusa;
         // No progress and nothing more to read: the length field was too small, or the stream is cut.
         if (codigo == Z_BUF_ERROR && (z.avail_in > 0 || falta == 0))
-            return espaco > 0 ? Z_DATA_ERROR : Z_BUF_ERROR;
+            return espaco > 0 || n == 0 ? Z_DATA_ERROR : Z_BUF_ERROR;
         if (!pausa())
             return RecipienteEmFatias::kInterrompido;
     }
@@ -115,7 +112,7 @@ int Desdobrar(QIODevice &origem, qint64 m, qint64 n, bool comSoma, const Recepto
 }
 
 int DescompactarPara(QIODevice &recipiente, bool comSoma, const Receptor &receptor,
-                     const RecipienteEmFatias::Pausa &pausa)
+                     const RecipienteEmFatias::Pausa &pausa, qint64 maximo)
 {
     if (recipiente.size() == 0)
         return Recipiente::kSucesso;
@@ -127,13 +124,16 @@ int DescompactarPara(QIODevice &recipiente, bool comSoma, const Receptor &recept
     const std::optional<qint64> n = Recipiente::LerTrailer(recipiente.read(Recipiente::kTrailer));
     if (!n || !Recipiente::Cabe(*n, m))
         return Recipiente::kTrailerInvalido;
+    if (*n > maximo)
+        return Recipiente::kGrandeDemais;
     if (!recipiente.seek(0))
         return Recipiente::kArquivoIlegivel;
     return Desdobrar(recipiente, m, *n, comSoma, receptor, pausa);
 }
 } // namespace
 
-int RecipienteEmFatias::Compactar(QIODevice &origem, QIODevice &destino, quint32 &soma, const Pausa &pausa)
+int RecipienteEmFatias::Compactar(QIODevice &origem, QIODevice &destino, quint32 &soma, const Pausa &pausa,
+                                  int nivel)
 {
     if (!origem.seek(0))
         return Recipiente::kArquivoIlegivel;
@@ -142,7 +142,7 @@ int RecipienteEmFatias::Compactar(QIODevice &origem, QIODevice &destino, quint32
         return Recipiente::kSucesso;
     Fluxo fluxo(deflateEnd);
     z_stream &z = fluxo.z;
-    if (const int codigo = deflateInit(&z, kNivel); codigo != Z_OK)
+    if (const int codigo = deflateInit(&z, nivel); codigo != Z_OK)
         return codigo;
     std::vector<char> lido(kFatia);
     std::vector<char> saida(kFatia);
@@ -166,7 +166,8 @@ int RecipienteEmFatias::Compactar(QIODevice &origem, QIODevice &destino, quint32
                                                                          : Recipiente::kDestinoIndisponivel;
 }
 
-int RecipienteEmFatias::Descompactar(QIODevice &recipiente, QIODevice &destino, const Pausa &pausa)
+int RecipienteEmFatias::Descompactar(QIODevice &recipiente, QIODevice &destino, const Pausa &pausa,
+                                     qint64 maximo)
 {
     return DescompactarPara(
         recipiente, true,
@@ -175,7 +176,7 @@ int RecipienteEmFatias::Descompactar(QIODevice &recipiente, QIODevice &destino, 
                        ? Recipiente::kSucesso
                        : Recipiente::kDestinoIndisponivel;
         },
-        pausa);
+        pausa, maximo);
 }
 
 int RecipienteEmFatias::Conferir(QIODevice &recipiente, QIODevice &original, quint32 soma, const Pausa &pausa)
@@ -196,7 +197,7 @@ int RecipienteEmFatias::Conferir(QIODevice &recipiente, QIODevice &original, qui
         return std::equal(bytes.begin(), bytes.begin() + comuns, esperado.begin()) ? Recipiente::kSucesso
                                                                                    : Z_DATA_ERROR;
     };
-    if (const int codigo = DescompactarPara(recipiente, false, comparar, pausa);
+    if (const int codigo = DescompactarPara(recipiente, false, comparar, pausa, Recipiente::kMaiorComprimento);
         codigo != Recipiente::kSucesso)
         return codigo;
     if (falta > 0 || sobra != 1) // one 0x00 is what unpacking leaves

@@ -4,7 +4,7 @@ PACOTES_PROGRAMA=(
     g++ cmake ninja-build pkg-config ccache
     qt6-base-dev qt6-svg-dev qt6-qpa-plugins qt6-translations-l10n libgl1-mesa-dev
     libcups2-dev libsqlite3-dev zlib1g-dev libxml2-dev
-    fonts-dejavu-core
+    fonts-dejavu-core cmark-gfm
 )
 # What only the companion program `livro` links.
 PACOTES_LIVRO=(libzip-dev)
@@ -14,7 +14,9 @@ PACOTES_TESTE=(
     cups-daemon cups-client poppler-utils
     shared-mime-info desktop-file-utils libglib2.0-bin xdg-utils
     dbus locales
+    appstream binutils
 )
+PACOTES_PACOTE=(dpkg-dev file xz-utils lintian desktop-file-utils appstream python3 binutils)
 
 # Installs the named packages that are missing, saying which; uses sudo where we are not root.
 instalar_pacotes() {

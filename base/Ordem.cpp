@@ -363,3 +363,38 @@ int Ordem::Comparar(QStringView a, QStringView b)
     return CompararTextos(LeitorUtf16{a.utf16(), a.utf16() + a.size()},
                           LeitorUtf16{b.utf16(), b.utf16() + b.size()});
 }
+
+std::string Ordem::Chave(std::string_view utf8)
+{
+    // The three levels one after another, each with an end that comes before anything else. A letter is one
+    // byte, a character of no other place 0xFF and its number; a nearly ignored sign is its place and itself.
+    std::string chave;
+    std::string acentos;
+    std::string ignorados;
+    chave.reserve(2 * utf8.size() + 2);
+    const auto *inicio = reinterpret_cast<const unsigned char *>(utf8.data());
+    Caminhada caminhada(LeitorUtf8{inicio, inicio + utf8.size()});
+    const auto acrescentar = [](std::string &onde, std::uint32_t numero, int bytes) {
+        for (int i = bytes - 1; i >= 0; --i)
+            onde += static_cast<char>(numero >> 8 * i & 0xFF);
+    };
+    std::uint32_t lugar = 0;
+    for (Passo passo = caminhada.Proximo(); passo.letra != 0 || passo.ignorado; passo = caminhada.Proximo()) {
+        if (passo.ignorado) {
+            acrescentar(ignorados, lugar + 1, 4);
+            acrescentar(ignorados, passo.variante, 1);
+            continue;
+        }
+        ++lugar;
+        if (passo.letra < 0xFF) {
+            acrescentar(chave, passo.letra, 1);
+        } else {
+            acrescentar(chave, 0xFF, 1);
+            acrescentar(chave, passo.letra, 3);
+        }
+        acrescentar(acentos, passo.variante, 1);
+    }
+    chave += '\0';
+    // Levels one and two have the same length in equal texts, so the second needs no end of its own.
+    return chave + acentos + ignorados;
+}

@@ -2,6 +2,7 @@
 
 #include <QStringView>
 
+#include <string>
 #include <string_view>
 
 /**
@@ -16,4 +17,6 @@ namespace Ordem
 /// difference.
 int Comparar(std::string_view utf8a, std::string_view utf8b);
 int Comparar(QStringView a, QStringView b);
+/// A key for sorting many texts: keys compare byte by byte as Comparar() compares their texts.
+std::string Chave(std::string_view utf8);
 } // namespace Ordem

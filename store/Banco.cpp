@@ -2,6 +2,8 @@
 
 #include "base/EventosPendentes.h"
 #include "base/Ponteiro.h"
+#include "store/Carimbo.h"
+#include "store/Consulta.h"
 #include "store/ErroBanco.h"
 #include "store/Esquema.h"
 #include "store/ExameArquivo.h"
@@ -11,11 +13,13 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <deque>
 
 namespace
 {
 constexpr QLatin1String kInicio("DBQ=");
 constexpr qint64 kLivroPequeno = 2 * 1024 * 1024; ///< bytes; its indexes are made in a few milliseconds
+constexpr int kFatiaMs = 8;                       ///< of reading, between two looks at the window's events
 constexpr int kEsperaPequenaMs = 200;
 constexpr QLatin1String kFim(";user=;pwd=;Driver={Microsoft Access Driver (*.mdb)}");
 
@@ -33,9 +37,56 @@ QString AppFolder(const QString &pasta)
     return semBarra.endsWith('\\') ? semBarra : semBarra + '\\';
 }
 
+/// The last record sets that were kept, all read under one stamp.
+struct Banco::Memoria {
+    struct Guardado {
+        QString sql;
+        QStringList colunas;
+        RecordSet linhas;
+    };
+    static constexpr std::size_t kMaisConsultas = 8;
+    static constexpr int kMaisLinhas = 1'000'000;
+
+    Carimbo carimbo;
+    std::deque<Guardado> guardados; ///< the last one used first
+    std::shared_ptr<std::vector<Consulta *>> emCurso = std::make_shared<std::vector<Consulta *>>();
+
+    const RecordSet *Procurar(const Carimbo &agora, const QString &sql, const QStringList &colunas)
+    {
+        if (!(agora == carimbo)) {
+            guardados.clear();
+            return nullptr;
+        }
+        const auto achado = std::find_if(guardados.begin(), guardados.end(), [&](const Guardado &g) {
+            return g.sql == sql && g.colunas == colunas;
+        });
+        if (achado == guardados.end())
+            return nullptr;
+        std::rotate(guardados.begin(), achado, achado + 1);
+        return &guardados.front().linhas;
+    }
+    void Guardar(const Carimbo &agora, const QString &sql, const QStringList &colunas,
+                 const RecordSet &linhas)
+    {
+        if (!(agora == carimbo))
+            guardados.clear();
+        carimbo = agora;
+        guardados.push_front({sql, colunas, linhas});
+        int total = 0;
+        std::size_t cabem = 0;
+        for (const Guardado &g : guardados)
+            if ((total += g.linhas.RecordCount()) <= kMaisLinhas && cabem < kMaisConsultas)
+                ++cabem;
+            else
+                break;
+        guardados.resize(std::max<std::size_t>(cabem, 1));
+    }
+};
+
 Banco::Banco(const QString &pasta)
     : m_pasta(SemBarraFinal(pasta))
     , m_conexao(kInicio + m_pasta + "\\dadosr.lst" + kFim)
+    , m_memoria(std::make_shared<Memoria>())
 {
 }
 
@@ -61,7 +112,7 @@ QString Banco::CaminhoDoLivro() const
     return Caminho(dbq.mid(m_pasta.size()));
 }
 
-void Banco::PrepararLivro(const QString &caminho) const
+int Banco::PrepararLivro(const QString &caminho) const
 {
     QString erro;
     int versao = Esquema::kVersao;
@@ -69,7 +120,7 @@ void Banco::PrepararLivro(const QString &caminho) const
     if (tipo == TipoArquivo::LivroWal) {
         m_existiu = true;
         Motor(caminho, m_esperaMs).SairDoWal();
-        return;
+        return versao;
     }
     if (tipo == TipoArquivo::Livro && QFile::exists(caminho + "-journal")) {
         // Rolling back may leave nothing of a book that was just being made.
@@ -95,10 +146,10 @@ void Banco::PrepararLivro(const QString &caminho) const
     switch (tipo) {
     case TipoArquivo::Livro:
         if (versao < Esquema::kVersao)
-            EvoluirPequeno(caminho);
-        return;
+            versao = EvoluirPequeno(caminho);
+        return versao;
     case TipoArquivo::LivroWal:
-        return;
+        return versao;
     case TipoArquivo::Futuro:
         throw ErroBanco(
             "Este livro de receitas foi gravado por uma versão mais nova do Cozinhario 2005. Ele não "
@@ -113,7 +164,7 @@ void Banco::PrepararLivro(const QString &caminho) const
                             caminho);
         Motor::Criar(caminho, m_esperaMs);
         m_existiu = true;
-        return;
+        return Esquema::kVersao;
     case TipoArquivo::Access:
     case TipoArquivo::Cortado:
     case TipoArquivo::Outro:
@@ -126,15 +177,19 @@ void Banco::PrepararLivro(const QString &caminho) const
                     caminho);
 }
 
-void Banco::EvoluirPequeno(const QString &caminho) const
+int Banco::EvoluirPequeno(const QString &caminho) const
 {
+    int versao = 0;
     if (m_naoEvolui || QFileInfo(caminho).size() > kLivroPequeno)
-        return;
+        return versao;
     try {
+        TerminarConsultas();
         Motor(caminho, std::min(m_esperaMs, kEsperaPequenaMs)).Evoluir({});
     } catch (const ErroBanco &) {
         m_naoEvolui = true;
     }
+    ExaminarArquivo(caminho, nullptr, &versao);
+    return versao;
 }
 
 bool Banco::PrecisaEvoluir() const
@@ -148,6 +203,7 @@ void Banco::Evoluir(const Andamento &andamento) const
 {
     const QString caminho = CaminhoDoLivro();
     PrepararLivro(caminho);
+    TerminarConsultas();
     m_naoEvolui = true; // unless it comes to its end
     Motor(caminho, m_esperaMs).Evoluir(andamento);
     m_naoEvolui = false;
@@ -158,16 +214,64 @@ RecordSet Banco::AbrirRecordset(const QString &sql) const
     return AbrirRecordset(sql, {});
 }
 
-RecordSet Banco::AbrirRecordset(const QString &sql, const QStringList &colunas) const
+RecordSet Banco::AbrirRecordset(const QString &sql, const QStringList &colunas, Guardar guardar) const
 {
     Ponteiro::Ampulheta();
     MostrarMudancas();
-    const QString caminho = CaminhoDoLivro();
-    PrepararLivro(caminho);
-    RecordSet rs = Motor(caminho, m_esperaMs).Consultar(sql, colunas);
+    const std::unique_ptr<Consulta> consulta = NovaConsulta(sql, colunas, guardar, [] { MostrarMudancas(); });
+    while (!consulta->Avancar(kFatiaMs))
+        MostrarMudancas();
     Ponteiro::Normal();
     MostrarMudancas();
-    return rs;
+    return consulta->Linhas();
+}
+
+std::unique_ptr<Consulta> Banco::AbrirConsulta(const QString &sql, const QStringList &colunas,
+                                               Guardar guardar) const
+{
+    Ponteiro::Ampulheta();
+    MostrarMudancas();
+    std::unique_ptr<Consulta> consulta = NovaConsulta(sql, colunas, guardar, [] { MostrarMudancas(); });
+    consulta->Anotar(m_memoria->emCurso);
+    Ponteiro::Normal();
+    MostrarMudancas();
+    return consulta;
+}
+
+std::unique_ptr<Consulta> Banco::NovaConsulta(const QString &sql, const QStringList &colunas, Guardar guardar,
+                                              std::function<void()> respirar) const
+{
+    const QString caminho = CaminhoDoLivro();
+    const int versao = PrepararLivro(caminho);
+    Consulta::AoTerminar aoTerminar;
+    if (guardar == Guardar::Sim) {
+        const Carimbo antes = Carimbo::De(caminho);
+        if (antes.Valido()) {
+            if (const RecordSet *linhas = m_memoria->Procurar(antes, sql, colunas))
+                return std::make_unique<Consulta>(*linhas);
+            // The book is still held when the last row has come: the same stamp then is that of every row.
+            aoTerminar = [memoria = std::weak_ptr(m_memoria), caminho, antes, sql,
+                          colunas](const RecordSet &linhas) {
+                const std::shared_ptr<Memoria> viva = memoria.lock();
+                if (viva && Carimbo::De(caminho) == antes)
+                    viva->Guardar(antes, sql, colunas, linhas);
+            };
+        }
+    }
+    return std::make_unique<Consulta>(Consulta::Pedido{caminho, m_esperaMs, sql, colunas, versao},
+                                      std::move(aoTerminar), std::move(respirar));
+}
+
+void Banco::TerminarConsultas() const
+{
+    const std::vector<Consulta *> emCurso = *m_memoria->emCurso;
+    for (Consulta *consulta : emCurso) {
+        try {
+            consulta->Avancar(-1);
+        } catch (const ErroBanco &) {
+            // Whoever asked for the rows finds them ended.
+        }
+    }
 }
 
 int Banco::ExecutarSQL(const QString &sql) const
@@ -176,6 +280,7 @@ int Banco::ExecutarSQL(const QString &sql) const
     MostrarMudancas();
     const QString caminho = CaminhoDoLivro();
     PrepararLivro(caminho);
+    TerminarConsultas();
     Motor motor(caminho, m_esperaMs);
     const int alteradas = motor.Executar(sql);
     if (const qint64 numero = motor.UltimoNumero(); numero != 0)
@@ -203,11 +308,13 @@ std::optional<Banco::Recusa> Banco::Conferir(const QStringList &comandos) const
 void Banco::LerUmaVez() const
 {
     const QString caminho = CaminhoDoLivro();
+    TerminarConsultas();
     PrepararLivro(caminho);
     Motor(caminho, m_esperaMs).LerUmaVez();
 }
 
 void Banco::RemoverJournal() const
 {
+    TerminarConsultas();
     Motor::RemoverJournal(CaminhoDoLivro());
 }

@@ -6,7 +6,10 @@
 #include <QStringList>
 
 #include <functional>
+#include <memory>
 #include <optional>
+
+class Consulta;
 
 /**
  * Turns an old Access book at this native path into a book of today, in place, or throws ErroBanco with the
@@ -46,8 +49,16 @@ public:
 
     /// Runs a query and returns its rows, detached. Throws ErroBanco.
     RecordSet AbrirRecordset(const QString &sql) const;
-    /// The same statement, fetching only the named columns (the memo columns stay on disk).
-    RecordSet AbrirRecordset(const QString &sql, const QStringList &colunas) const;
+    /// Whether what a query gave is kept, to be given again without opening the book for as long as the
+    /// book's change counter proves that nothing was written since.
+    enum class Guardar { Nao, Sim };
+    /// The same statement, fetching only the named columns, all if there is none (the memo columns stay on
+    /// disk).
+    RecordSet AbrirRecordset(const QString &sql, const QStringList &colunas,
+                             Guardar guardar = Guardar::Nao) const;
+    /// The same, its rows to be fetched a slice at a time by the caller. Throws ErroBanco.
+    std::unique_ptr<Consulta> AbrirConsulta(const QString &sql, const QStringList &colunas,
+                                            Guardar guardar = Guardar::Nao) const;
     /// Runs one statement that returns no rows. The result carries no meaning. Throws ErroBanco.
     int ExecutarSQL(const QString &sql) const;
 
@@ -87,16 +98,24 @@ public:
     void DefinirEspera(int milissegundos) { m_esperaMs = milissegundos; }
 
 private:
-    /// Makes sure that the file to open is a book.
-    void PrepararLivro(const QString &caminho) const;
+    /// Makes sure that the file to open is a book; gives its version.
+    int PrepararLivro(const QString &caminho) const;
 
-    /// Brings a small book of an older version up; one that cannot be written is read as it is.
-    void EvoluirPequeno(const QString &caminho) const;
+    /// Brings a small book of an older version up; one that cannot be written is read as it is. Gives the
+    /// version that it then has.
+    int EvoluirPequeno(const QString &caminho) const;
 
+    std::unique_ptr<Consulta> NovaConsulta(const QString &sql, const QStringList &colunas, Guardar guardar,
+                                           std::function<void()> respirar) const;
+    /// Before a statement writes: what is being read a slice at a time is read to its end.
+    void TerminarConsultas() const;
+
+    struct Memoria;
     QString m_pasta; ///< native, no trailing separator
     QString m_conexao;
     ConversorDeLivro m_conversor;
     int m_esperaMs = 10000;
+    std::shared_ptr<Memoria> m_memoria; ///< what queries gave, and those under way
     mutable bool m_naoEvolui = false; ///< tried once and could not
     mutable qint64 m_ultimoNumero = 0;
     mutable bool m_existiu = false; ///< a file lay there once

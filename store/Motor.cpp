@@ -1,6 +1,5 @@
 #include "store/Motor.h"
 
-#include "store/DadosRecordSet.h"
 #include "store/ErroBanco.h"
 #include "store/Esquema.h"
 #include "store/Funcoes.h"
@@ -282,62 +281,38 @@ Motor::Comando Motor::Preparar(const QString &sql)
     return comando;
 }
 
-RecordSet Motor::Consultar(const QString &sql, const QStringList &colunas)
+Motor::Comando Motor::PrepararConsulta(const QString &sql)
 {
     Comando comando = Preparar(sql);
     if (!sqlite3_stmt_readonly(comando.get()))
         throw ErroBanco(Mensagem(SQLITE_ERROR, "Uma consulta não pode alterar o livro."));
+    return comando;
+}
 
-    auto dados = std::make_shared<RecordSet::Dados>();
-    const int total = sqlite3_column_count(comando.get());
-    for (int i = 0; i < total; ++i)
-        dados->nomes += QString::fromUtf8(sqlite3_column_name(comando.get(), i));
+bool Motor::Serve(const QString &sql)
+{
+    const QByteArray utf8 = sql.toUtf8();
+    sqlite3_stmt *comando = nullptr;
+    const int rc = sqlite3_prepare_v2(m_conexao, utf8.constData(), -1, &comando, nullptr);
+    sqlite3_finalize(comando);
+    return rc == SQLITE_OK;
+}
 
-    if (!colunas.isEmpty()) {
-        // The statement has been judged by itself; now it becomes the source of a narrower one, its text
-        // unchanged and its order kept.
-        QStringList escolhidas;
-        for (const QString &coluna : colunas) {
-            if (!dados->nomes.contains(coluna, Qt::CaseInsensitive))
-                throw ErroBanco(
-                    Mensagem(SQLITE_ERROR, "Campo não encontrado no resultado da consulta: " + coluna));
-            escolhidas += "[" + coluna + "]";
+void Motor::Respirar(std::function<void()> respirar)
+{
+    constexpr int kPassosPorVez = 2000;
+    m_respirar = std::move(respirar);
+    m_folego.start();
+    const auto contar = [](void *motor) {
+        constexpr int kMs = 8;
+        auto *eu = static_cast<Motor *>(motor);
+        if (eu->m_folego.hasExpired(kMs)) {
+            eu->m_respirar();
+            eu->m_folego.start();
         }
-        QString origem = sql;
-        while (!origem.isEmpty() && (origem.back() == ';' || origem.back().isSpace()))
-            origem.chop(1);
-        comando = Preparar("Select " + escolhidas.join(",") + " from (" + origem + ")");
-        dados->nomes = colunas;
-    }
-
-    const int campos = static_cast<int>(dados->nomes.size());
-    int rc = SQLITE_ROW;
-    while ((rc = sqlite3_step(comando.get())) == SQLITE_ROW) {
-        for (int i = 0; i < campos; ++i) {
-            switch (sqlite3_column_type(comando.get(), i)) {
-            case SQLITE_NULL:
-                dados->AcrescentarNulo();
-                break;
-            case SQLITE_INTEGER:
-                dados->AcrescentarInteiro(sqlite3_column_int64(comando.get(), i));
-                break;
-            case SQLITE_FLOAT:
-                dados->AcrescentarReal(sqlite3_column_double(comando.get(), i));
-                break;
-            default: {
-                const auto *texto = reinterpret_cast<const char *>(sqlite3_column_text(comando.get(), i));
-                const int tamanho = sqlite3_column_bytes(comando.get(), i);
-                if (!texto && tamanho > 0)
-                    Falhar(SQLITE_NOMEM);
-                dados->AcrescentarTexto({texto ? texto : "", static_cast<std::size_t>(tamanho)});
-            }
-            }
-        }
-        ++dados->linhas;
-    }
-    if (rc != SQLITE_DONE)
-        Falhar(rc);
-    return RecordSet(std::move(dados));
+        return 0;
+    };
+    sqlite3_progress_handler(m_conexao, kPassosPorVez, contar, this);
 }
 
 int Motor::Executar(const QString &sql)

@@ -1,10 +1,9 @@
 #pragma once
 
-#include "store/RecordSet.h"
+#include "store/Cabecalho.h"
 
 #include <QElapsedTimer>
 #include <QString>
-#include <QStringList>
 
 #include <functional>
 #include <memory>
@@ -32,9 +31,19 @@ public:
     Motor(const Motor &) = delete;
     Motor &operator=(const Motor &) = delete;
 
-    /// Runs a statement that only reads and fetches all its rows. `colunas`, when not empty, are the columns
-    /// to fetch; the others are not read from the file. One that the statement does not return is an error.
-    RecordSet Consultar(const QString &sql, const QStringList &colunas);
+    struct FecharComando {
+        void operator()(sqlite3_stmt *comando) const;
+    };
+    using Comando = std::unique_ptr<sqlite3_stmt, FecharComando>;
+
+    /// A statement that only reads, looked at and ready; it must go before this connection does.
+    Comando PrepararConsulta(const QString &sql);
+    /// Whether the engine would take it.
+    bool Serve(const QString &sql);
+    /// Called every few milliseconds while the engine works.
+    void Respirar(std::function<void()> respirar);
+    /// What a failure of a prepared statement means.
+    [[noreturn]] void Falhar(int codigo) const;
     /// Runs a statement to its end and returns the number of rows it changed.
     int Executar(const QString &sql);
     /// The number of the row that this connection inserted last, 0 for none.
@@ -61,21 +70,18 @@ public:
     static void RemoverJournal(const QString &caminho);
 
 private:
-    struct FecharComando {
-        void operator()(sqlite3_stmt *comando) const;
-    };
-    using Comando = std::unique_ptr<sqlite3_stmt, FecharComando>;
-
     Comando Preparar(const QString &sql);
     /// Called while another program holds the book. The engine's own waiting sleeps ever longer, up to a
     /// tenth of a second, and then hardly ever meets the moments in which a copy that saves without pause
     /// lets go.
     static int EsperarVez(void *motor, int vezes);
-    [[noreturn]] void Falhar(int codigo) const;
     void CriarNoVazio();
     bool TemTabela(const char *nome) const;
 
+    Cabecalho::Prendedor m_prendedor; ///< goes last, after the connection
     sqlite3 *m_conexao = nullptr;
     int m_esperaMs;
+    std::function<void()> m_respirar;
+    QElapsedTimer m_folego; ///< since the last breath
     QElapsedTimer m_espera; ///< since the present wait began
 };

@@ -6,6 +6,7 @@
 #include <QVariant>
 
 #include <memory>
+#include <string_view>
 #include <vector>
 
 /**
@@ -44,15 +45,32 @@ public:
     QString Texto(const char *nome) const { return Texto(QString::fromUtf8(nome)); }
     QString Texto(int campo) const;
     QString TextoEm(int linha, int campo) const;
+    /// A text as it lies in the storage, for comparing without a copy; "" for what is no text. It lives as
+    /// long as any copy of the record set.
+    std::string_view Utf8Em(int linha, int campo) const;
+    bool NuloEm(int linha, int campo) const;
+    /// Values that are the same text, number or NULL in one column mostly have the same mark, different ones
+    /// never.
+    quint64 MarcaEm(int linha, int campo) const;
+    /// A whole number, 0 for what is none.
+    qint64 InteiroEm(int linha, int campo) const;
 
     /// The rows' storage, filled by the engine and shared by copies of the record set.
     struct Dados;
-    explicit RecordSet(std::shared_ptr<const Dados> dados)
+    /// @param ordem the rows that count, in their order; without one all, as they were fetched
+    explicit RecordSet(std::shared_ptr<const Dados> dados,
+                       std::shared_ptr<const std::vector<quint32>> ordem = {})
         : m_dados(std::move(dados))
+        , m_ordem(std::move(ordem))
     {
     }
+    /// Whether the rows stand otherwise than they were fetched.
+    bool Reordenado() const { return m_ordem != nullptr; }
 
 private:
+    int Guardada(int linha, int campo) const;
+
     std::shared_ptr<const Dados> m_dados;
+    std::shared_ptr<const std::vector<quint32>> m_ordem;
     int m_linha = 0;
 };

@@ -65,6 +65,7 @@ private slots:
     void formaUmaOrdemTotal();
     void utf8EUtf16Concordam();
     void bytesQueNaoSaoUtf8TambemTemOrdem();
+    void asChavesComparamComoOsTextos();
 };
 
 void TesteOrdem::ordenaComoOsLivrosAntigos_data()
@@ -215,6 +216,19 @@ void TesteOrdem::bytesQueNaoSaoUtf8TambemTemOrdem()
         std::replace(minusculaA.begin(), minusculaA.end(), 'A', 'a');
         std::replace(minusculaB.begin(), minusculaB.end(), 'A', 'a');
         QCOMPARE(Ordem::Comparar(a, b) == 0, minusculaA == minusculaB);
+    }
+}
+
+void TesteOrdem::asChavesComparamComoOsTextos()
+{
+    QRandomGenerator sorte(4);
+    const auto sinal = [](int n) { return (n > 0) - (n < 0); };
+    for (int i = 0; i < 200000; ++i) {
+        const bool bytes = i % 4 == 0;
+        const std::string a = bytes ? SortearBytes(sorte) : Sortear(sorte).toStdString();
+        const std::string b = bytes ? SortearBytes(sorte) : Sortear(sorte).toStdString();
+        if (sinal(Ordem::Chave(a).compare(Ordem::Chave(b))) != sinal(Ordem::Comparar(a, b)))
+            QFAIL(("'" + a + "' e '" + b + "'").c_str());
     }
 }
 

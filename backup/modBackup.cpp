@@ -6,6 +6,7 @@
 #include "backup/RestauracaoDoLivro.h"
 #include "base/Avisos.h"
 #include "base/EventosPendentes.h"
+#include "base/Operacao.h"
 #include "base/OperacaoLonga.h"
 #include "base/Relogio.h"
 #include "base/SeletorArquivos.h"
@@ -20,7 +21,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QScopeGuard>
-#include <QScopedValueRollback>
 
 namespace
 {
@@ -64,9 +64,7 @@ modBackup::modBackup(const Banco &banco, const Figuras &figuras, Avisos &avisos,
 
 void modBackup::imgBackup_Click()
 {
-    if (m_ocupado)
-        return;
-    const QScopedValueRollback ocupado(m_ocupado, true);
+    const Operacao operacao(Operacao::Tipo::Backup);
     PedidoArquivo pedido;
     pedido.titulo = "Salvar Arquivo de Backup do Cozinhario 2005";
     pedido.filtro = kFiltro;
@@ -94,9 +92,7 @@ void modBackup::imgBackup_Click()
 
 void modBackup::imgRestore_Click()
 {
-    if (m_ocupado)
-        return;
-    const QScopedValueRollback ocupado(m_ocupado, true);
+    const Operacao operacao(Operacao::Tipo::Restauracao);
     m_telas.RestaurarBotoes();
     PedidoArquivo pedido;
     pedido.titulo = "Selecione o Arquivo de Backup do Cozinhario 2005";

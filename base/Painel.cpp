@@ -1,6 +1,7 @@
 #include "base/Painel.h"
 
 #include "base/EventosPendentes.h"
+#include "base/Operacao.h"
 #include "base/Twips.h"
 
 #include <QDeadlineTimer>
@@ -50,6 +51,7 @@ void Painel::DefinirLugar(int left, int top, int width, int height)
 
 bool Painel::Rolar(int alturaFinal)
 {
+    const Operacao operacao(Operacao::Tipo::Rolagem);
     const QPointer<Painel> vivo(this);
     const int minha = ++m_rolagem;
     QElapsedTimer relogio;

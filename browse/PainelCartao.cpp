@@ -1,10 +1,10 @@
 #include "browse/PainelCartao.h"
 
+#include "base/Comando.h"
 #include "base/EventosPendentes.h"
 #include "base/Foco.h"
 #include "base/Fontes.h"
 #include "base/Painel.h"
-#include "base/Protegido.h"
 #include "base/Telas.h"
 #include "base/Twips.h"
 #include "browse/CanvasCartao.h"
@@ -82,7 +82,7 @@ PainelCartao::PainelCartao(const Banco &banco, Avisos &avisos, Telas &telas, Det
 
     connect(m_vScrlPic, &QScrollBar::valueChanged, this, &PainelCartao::MoverCanvas);
     connect(m_cmdAlterarReceita, &QPushButton::clicked, this,
-            Protegido(m_avisos, [this] { cmdAlterarReceita_Click(); }));
+            Comando(m_avisos, m_cmdAlterarReceita, [this] { cmdAlterarReceita_Click(); }));
     m_picDetReceita.installEventFilter(this);
     Dispor(6540);
     hide();

@@ -2,8 +2,8 @@
 
 #include "base/Avisos.h"
 #include "base/CampoTexto.h"
+#include "base/Comando.h"
 #include "base/Fontes.h"
-#include "base/Protegido.h"
 #include "base/Telas.h"
 #include "base/Twips.h"
 #include "browse/Criterios.h"
@@ -48,7 +48,8 @@ PainelPesquisa::PainelPesquisa(const Banco &banco, Avisos &avisos, Telas &telas,
     Dispor();
     DefinirLugar(0, 0, kLargura, kAltura);
     setFocusProxy(m_txtPesNome);
-    connect(m_cmdPesquisa, &QPushButton::clicked, this, Protegido(m_avisos, [this] { cmdPesquisa_Click(); }));
+    connect(m_cmdPesquisa, &QPushButton::clicked, this,
+            Comando(m_avisos, m_cmdPesquisa, [this] { cmdPesquisa_Click(); }));
 }
 
 void PainelPesquisa::CriarCampos()

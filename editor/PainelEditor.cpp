@@ -1,9 +1,9 @@
 #include "editor/PainelEditor.h"
 
 #include "base/Avisos.h"
+#include "base/Comando.h"
 #include "base/Fontes.h"
 #include "base/Ponteiro.h"
-#include "base/Protegido.h"
 #include "base/Texto.h"
 #include "base/Twips.h"
 #include "editor/Colagem.h"
@@ -223,9 +223,11 @@ void PainelEditor::Ligar()
 {
     connect(m_optIngredientes, &QRadioButton::toggled, this, &PainelEditor::MostrarQuadro);
     connect(m_optImagem, &QRadioButton::toggled, this, &PainelEditor::MostrarQuadro);
-    connect(m_cmdSalvarRct, &QPushButton::clicked, this, Protegido(m_avisos, [this] { Salvar(); }));
-    connect(m_cmdExcluirRct, &QPushButton::clicked, this,
-            Protegido(m_avisos, [this] { emit exclusaoPedida(m_txtNroReceita->text().toLongLong()); }));
+    connect(m_cmdSalvarRct, &QPushButton::clicked, this,
+            Comando(m_avisos, m_cmdSalvarRct, [this] { Salvar(); }));
+    connect(m_cmdExcluirRct, &QPushButton::clicked, this, Comando(m_avisos, m_cmdExcluirRct, [this] {
+                emit exclusaoPedida(m_txtNroReceita->text().toLongLong());
+            }));
     // While the panel scrolls, the control that takes the focus comes into view, however it got it.
     connect(qApp, &QApplication::focusChanged, this, &PainelEditor::MostrarFoco);
 }
@@ -331,6 +333,7 @@ bool PainelEditor::Validar()
 
 void PainelEditor::Salvar()
 {
+    const Operacao operacao(Operacao::Tipo::Gravacao);
     // An access key leaves the focus where it is. A type that nobody touched stays as it was stored.
     if (m_cmbTipo->TemFoco())
         m_cmbTipo->CortarNoLimite();

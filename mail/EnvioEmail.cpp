@@ -3,6 +3,7 @@
 #include "base/Abridor.h"
 #include "base/Avisos.h"
 #include "base/Numero.h"
+#include "base/Operacao.h"
 #include "base/Ponteiro.h"
 #include "base/Telas.h"
 #include "base/Texto.h"
@@ -41,6 +42,7 @@ EnvioEmail::EnvioEmail(const Banco &banco, const Figuras &figuras, Avisos &aviso
 
 void EnvioEmail::imgEmail_Click(const ReceitaNaTela &receita)
 {
+    const Operacao operacao(Operacao::Tipo::Email);
     if (m_telas.TelaAtual() != "Detalhe") {
         m_avisos.Avisar("Necessário estar na Tela de Dados de uma Receita para o Envio!",
                         Avisos::Icone::Parada);

@@ -3,6 +3,7 @@
 #include "base/Abridor.h"
 #include "base/EventosPendentes.h"
 #include "base/Numero.h"
+#include "base/Operacao.h"
 #include "base/OperacaoLonga.h"
 #include "base/Protegido.h"
 #include "base/Telas.h"
@@ -119,11 +120,7 @@ Exportacao::Exportacao(const Banco &banco, const Figuras &figuras, Avisos &aviso
 
 void Exportacao::imgTransmit_Click(const QList<ReceitaSelecionada> &selecionadas)
 {
-    // Window events run between the steps, the user's clicks included.
-    if (m_exportando)
-        return;
-    m_exportando = true;
-    const auto terminar = qScopeGuard([this] { m_exportando = false; });
+    const Operacao operacao(Operacao::Tipo::Exportacao);
     Proteger(m_avisos, [&] {
         if (ExigirLista())
             Exportar(selecionadas);

@@ -70,5 +70,4 @@ private:
     ListaParaExportar &m_lista;
     Abridor &m_abridor;
     QString m_site;
-    bool m_exportando = false;
 };

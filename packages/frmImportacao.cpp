@@ -4,6 +4,7 @@
 #include "base/Avisos.h"
 #include "base/EventosPendentes.h"
 #include "base/Fontes.h"
+#include "base/Operacao.h"
 #include "base/Ponteiro.h"
 #include "base/Protegido.h"
 
@@ -98,6 +99,7 @@ void frmImportacao::OrganizarControles()
 
 frmImportacao::Desfecho frmImportacao::Executar(const QString &strArquivo)
 {
+    const Operacao operacao(Operacao::Tipo::Importacao);
     const bool inteiro = Proteger(m_avisos, [&] {
         if (CarregarReceitas(strArquivo))
             exec();

@@ -1,10 +1,10 @@
 #include "packages/Recipiente.h"
 
+#include "base/ArquivoSeguro.h"
 #include "packages/RecipienteEmFatias.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 #include <algorithm>
 #include <cmath>
@@ -27,12 +27,6 @@ Bytef *Saida(char *bytes)
     return reinterpret_cast<Bytef *>(bytes);
 }
 
-/// commit() alone would put a cut file in place: Qt 6.4 forgets that the last of the buffer found no room.
-bool Confirmar(QSaveFile &arquivo)
-{
-    return arquivo.flush() && arquivo.commit();
-}
-
 bool SemPausa()
 {
     return true;
@@ -51,27 +45,28 @@ int AbrirOrigem(QFile &origem)
     return Recipiente::kSucesso;
 }
 
-int CompactarAberto(QFile &origem, const QString &destino, int nivel, const std::function<bool()> &pausa)
+int CompactarAberto(QFile &origem, const QString &destino, int nivel, const std::function<bool()> &pausa,
+                    const QString &modelo)
 {
     quint32 soma = 0;
-    QSaveFile arquivo(destino);
-    if (!arquivo.open(QIODevice::WriteOnly))
-        return Recipiente::kDestinoIndisponivel;
-    if (const int codigo = RecipienteEmFatias::Compactar(origem, arquivo, soma, pausa, nivel);
+    ArquivoSeguro arquivo(destino, {.modelo = modelo});
+    arquivo.Abrir();
+    if (const int codigo = RecipienteEmFatias::Compactar(origem, arquivo.Arquivo(), soma, pausa, nivel);
         codigo != Recipiente::kSucesso)
         return codigo; // the half-written file beside the destination goes with `arquivo`
-    return Confirmar(arquivo) ? Recipiente::kSucesso : Recipiente::kDestinoIndisponivel;
+    arquivo.Confirmar();
+    return Recipiente::kSucesso;
 }
 
 int DescompactarAberto(QFile &origem, const QString &destino, qint64 maximo)
 {
-    QSaveFile arquivo(destino);
-    if (!arquivo.open(QIODevice::WriteOnly))
-        return Recipiente::kDestinoIndisponivel;
-    if (const int codigo = RecipienteEmFatias::Descompactar(origem, arquivo, SemPausa, maximo);
+    ArquivoSeguro arquivo(destino);
+    arquivo.Abrir();
+    if (const int codigo = RecipienteEmFatias::Descompactar(origem, arquivo.Arquivo(), SemPausa, maximo);
         codigo != Recipiente::kSucesso)
         return codigo;
-    return Confirmar(arquivo) ? Recipiente::kSucesso : Recipiente::kDestinoIndisponivel;
+    arquivo.Confirmar();
+    return Recipiente::kSucesso;
 }
 
 int AbrirOrigem(QFile &origem, const QString &destino, bool sobrescrever)
@@ -83,12 +78,15 @@ int AbrirOrigem(QFile &origem, const QString &destino, bool sobrescrever)
     return AbrirOrigem(origem);
 }
 
-/// Runs the operation; memory that cannot be had is a code like the others.
+/// Runs the operation; memory that cannot be had, or a file that cannot be written, is a code like the
+/// others.
 template <class Operacao>
-int SemFaltarMemoria(Operacao operacao)
+int ComCodigo(Operacao operacao)
 {
     try {
         return operacao();
+    } catch (const Disco::ErroArquivo &) {
+        return Recipiente::kDestinoIndisponivel;
     } catch (const std::bad_alloc &) {
         return Recipiente::kSemMemoria;
     }
@@ -138,7 +136,7 @@ int Recipiente::Compactar(const QByteArray &bytes, QByteArray &saida, int nivel)
         return kSucesso;
     if (bytes.size() > kMaiorComprimento)
         return kGrandeDemais;
-    return SemFaltarMemoria([&] {
+    return ComCodigo([&] {
         auto m = static_cast<uLongf>(Capacidade(bytes.size()));
         QByteArray fluxo(static_cast<qsizetype>(m) + 1, Qt::Uninitialized);
         const int codigo = compress2(Saida(fluxo.data()), &m, Entrada(bytes.constData()),
@@ -165,7 +163,7 @@ int Recipiente::Descompactar(const QByteArray &recipiente, QByteArray &saida, qi
     if (*n > maximo)
         return kGrandeDemais;
 
-    return SemFaltarMemoria([&] {
+    return ComCodigo([&] {
         QByteArray bytes(*n + 1, Qt::Uninitialized);
         auto escrito = static_cast<uLongf>(*n);
         auto lido = static_cast<uLong>(m);
@@ -181,13 +179,14 @@ int Recipiente::Descompactar(const QByteArray &recipiente, QByteArray &saida, qi
 }
 
 bool Recipiente::CompactarArquivo(const QString &origem, const QString &destino, int nivel, int &erro,
-                                  bool sobrescrever, const std::function<bool()> &pausa)
+                                  bool sobrescrever, const std::function<bool()> &pausa,
+                                  const QString &modelo)
 {
     QFile arquivo(origem);
     erro = AbrirOrigem(arquivo, destino, sobrescrever);
     if (erro == kSucesso)
-        erro = SemFaltarMemoria(
-            [&] { return CompactarAberto(arquivo, destino, nivel, pausa ? pausa : SemPausa); });
+        erro = ComCodigo(
+            [&] { return CompactarAberto(arquivo, destino, nivel, pausa ? pausa : SemPausa, modelo); });
     return erro == kSucesso;
 }
 
@@ -197,7 +196,7 @@ bool Recipiente::DescompactarArquivo(const QString &origem, const QString &desti
     QFile arquivo(origem);
     erro = AbrirOrigem(arquivo, destino, sobrescrever);
     if (erro == kSucesso)
-        erro = SemFaltarMemoria([&] { return DescompactarAberto(arquivo, destino, maximo); });
+        erro = ComCodigo([&] { return DescompactarAberto(arquivo, destino, maximo); });
     return erro == kSucesso;
 }
 
@@ -208,6 +207,6 @@ int Recipiente::DescompactarPara(const QString &origem, QIODevice &destino, qint
     const int codigo = AbrirOrigem(arquivo);
     if (codigo != kSucesso)
         return codigo;
-    return SemFaltarMemoria(
+    return ComCodigo(
         [&] { return RecipienteEmFatias::Descompactar(arquivo, destino, pausa ? pausa : SemPausa, maximo); });
 }

@@ -59,9 +59,9 @@ int Descompactar(const QByteArray &recipiente, QByteArray &saida, qint64 maximo 
 /// that a failure leaves an earlier file of that name as it was; with `sobrescrever` false an existing
 /// destination is a failure. `erro` receives the code; the result is whether it was 0. An empty source gives
 /// an empty destination. `pausa` is called between slices; false stops the work
-/// (RecipienteEmFatias::kInterrompido).
+/// (RecipienteEmFatias::kInterrompido). The destination never allows more than the file `modelo` does.
 bool CompactarArquivo(const QString &origem, const QString &destino, int nivel, int &erro, bool sobrescrever,
-                      const std::function<bool()> &pausa = {});
+                      const std::function<bool()> &pausa = {}, const QString &modelo = {});
 bool DescompactarArquivo(const QString &origem, const QString &destino, int &erro, bool sobrescrever,
                          qint64 maximo = kMaiorComprimento);
 /// The same into a device that is open for writing, whose content is anything after a failure; the result is

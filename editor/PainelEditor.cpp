@@ -17,6 +17,8 @@
 #include "editor/Rotulo.h"
 #include "store/Banco.h"
 #include "store/Comandos.h"
+#include "store/ErroBanco.h"
+#include "store/EscolhasDoLivro.h"
 #include "store/Figuras.h"
 
 #include <QApplication>
@@ -34,14 +36,6 @@ namespace
 constexpr int kLarguraDireita = 316;
 // The panel's own border stays uncovered.
 constexpr int kBorda = 1;
-
-QStringList Coluna(const Banco &banco, const QString &sql)
-{
-    QStringList valores;
-    for (RecordSet rs = banco.AbrirRecordset(sql); !rs.Eof(); rs.MoveNext())
-        valores += rs.Texto(0);
-    return valores;
-}
 
 QGroupBox *NovoQuadro(const QString &nome, const QString &titulo, QWidget *conteudo)
 {
@@ -250,12 +244,18 @@ void PainelEditor::CarregarValoresDetalheReceita(quint8 bytTipo)
 {
     if (bytTipo > 1)
         return;
-    // All lists are read before the first one changes.
-    const QStringList tipos = bytTipo == 0 ? Coluna(m_banco, Comandos::SqlTipos()) : QStringList();
-    const QStringList ingredientes = Coluna(m_banco, Comandos::SqlNomesDeIngredientes());
-    const QStringList unidades = Coluna(m_banco, Comandos::SqlUnidades());
-    if (bytTipo == 0)
-        m_cmbTipo->DefinirItens(tipos);
+    const auto escolhas = [this](const QString &sql) {
+        return std::make_shared<EscolhasDoLivro>(m_banco, sql, [this](const ErroBanco &erro) {
+            m_avisos.Avisar(erro.Mensagem(), Avisos::Icone::Parada);
+        });
+    };
+    // All queries are open before the first list changes; the long one comes last, and goes on behind the
+    // panel.
+    const auto tipos = bytTipo == 0 ? escolhas(Comandos::SqlTipos()) : nullptr;
+    const auto unidades = escolhas(Comandos::SqlUnidades());
+    const auto ingredientes = escolhas(Comandos::SqlNomesDeIngredientes());
+    if (tipos)
+        m_cmbTipo->DefinirFonte(tipos);
     m_fraIngredientes->DefinirValores(ingredientes, unidades);
 }
 

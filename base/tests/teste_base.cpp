@@ -1,6 +1,7 @@
 #include "base/Acompanha.h"
 #include "base/EventosPendentes.h"
 #include "base/FiltrarTecla.h"
+#include "base/FonteDeItens.h"
 #include "base/Numero.h"
 #include "base/Operacao.h"
 #include "base/OperacaoLonga.h"
@@ -46,6 +47,32 @@ class TesteBase : public QObject
 {
     Q_OBJECT
 private slots:
+    void achaOPrimeiroQueComeca_data()
+    {
+        QTest::addColumn<QString>("prefixo");
+        QTest::addColumn<int>("achado");
+        QTest::newRow("sem olhar maiúsculas") << "ma" << 1;
+        QTest::newRow("o primeiro da lista") << "MASSA" << 1;
+        QTest::newRow("o texto inteiro") << "massas finas" << 2;
+        QTest::newRow("mais que o texto inteiro") << "massas finas e" << -1;
+        QTest::newRow("o acento distingue") << "pa" << 4;
+        QTest::newRow("acento sem olhar maiúsculas") << "PÃ" << 3;
+        QTest::newRow("no meio não vale") << "ssas" << -1;
+        QTest::newRow("vazio não acha nada") << "" << -1;
+        QTest::newRow("acrescentado") << "ze" << 6;
+        // Folding it would change the count of letters that are still missing.
+        QTest::newRow("a dobra não muda o tamanho") << "STRASSE" << -1;
+        QTest::newRow("letra sem maiúscula de um caractere") << "straß" << 5;
+    }
+    void achaOPrimeiroQueComeca()
+    {
+        FonteDeTextos busca({"", "Massas", "Massas Finas", "pães", "Panquecas", "Straße"});
+        busca.Acrescentar("Zebra");
+        QCOMPARE(busca.Quantos(), 7);
+        QFETCH(QString, prefixo);
+        QTEST(busca.Procurar(prefixo), "achado");
+    }
+
     void init() { Separadores::Definir({u',', u'.'}); }
 
     void oGuiaEOsExemplosVemComOPrograma()

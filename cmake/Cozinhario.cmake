@@ -20,7 +20,6 @@ option(COZINHARIO_TESTES "Build the tests" ON)
 option(COZINHARIO_SANITIZAR "Build with the address and undefined-behaviour sanitizers" OFF)
 option(COZINHARIO_FUZZ "Build the fuzz targets and instrument what they read (needs clang)" OFF)
 option(COZINHARIO_PCH "Precompile the headers of Qt that nearly every file includes" ON)
-option(COZINHARIO_UNIDADES "Compile the files of a library together: quicker from nothing, slower after a change" OFF)
 set(COZINHARIO_SITE "https://www.tamarel.example" CACHE STRING "The maker's site: scheme and host, no trailing slash")
 
 find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets PrintSupport Network Svg)
@@ -48,12 +47,6 @@ target_compile_definitions(cozinhario_opcoes INTERFACE
 target_compile_options(cozinhario_opcoes INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-qual
     -Wnull-dereference -Wformat=2 -Wimplicit-fallthrough -Wextra-semi -Werror)
-if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-    # g++ reports a null dereference in its own headers where many files are compiled as one.
-    if(COZINHARIO_UNIDADES)
-        target_compile_options(cozinhario_opcoes INTERFACE -Wno-null-dereference)
-    endif()
-endif()
 if(COZINHARIO_SANITIZAR)
     # g++ 12 reports false -Wnull-dereference and -Wmaybe-uninitialized under the sanitizers.
     target_compile_options(cozinhario_opcoes INTERFACE
@@ -159,9 +152,6 @@ function(cozinhario_biblioteca nome)
         cozinhario_reusar_pch(${nome} pch_janelas)
     else()
         cozinhario_reusar_pch(${nome} pch_regras)
-    endif()
-    if(COZINHARIO_UNIDADES)
-        set_target_properties(${nome} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 12)
     endif()
 endfunction()
 

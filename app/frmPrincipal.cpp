@@ -7,11 +7,10 @@
 #include "app/ReceitaParaEmail.h"
 #include "app/TelasDaJanela.h"
 #include "backup/modBackup.h"
-#include "base/AtalhoImediato.h"
+#include "base/Alcance.h"
 #include "base/BotaoImagem.h"
 #include "base/Comando.h"
 #include "base/EventosPendentes.h"
-#include "base/Foco.h"
 #include "base/Fontes.h"
 #include "base/Twips.h"
 #include "browse/Exclusao.h"
@@ -83,7 +82,6 @@ frmPrincipal::frmPrincipal(const Banco &banco, const Figuras &figuras, const Por
     m_fundo->lblEntrada()->setText("Cozinhario 2005");
     CriarTitulo();
     LigarBotoes();
-    qApp->installEventFilter(new AtalhoImediato(this));
     setFixedSize(TwipsParaPixels(kLargura), TwipsParaPixels(kAltura));
     setFocus(); // else the first activation would light up the first link of the footer
 }
@@ -208,7 +206,7 @@ void frmPrincipal::LigarPaineis()
         Proteger(m_portas.avisos, [=, this] { m_impressao->ImprimirDoMenu(lngReceita); });
     });
     connect(m_editor, &PainelEditor::receitaSalva, this, Protegido(m_portas.avisos, [this] {
-                FecharTela();
+                m_telas->FecharDetalhe();
                 m_lista->imgLstRcta_Click();
             }));
     connect(m_editor, &PainelEditor::exclusaoPedida, this, [this](qint64 lngReceita) {
@@ -314,7 +312,7 @@ void frmPrincipal::PrimeiraAtivacao()
 // List, editor, card and news share one place: the Tab key goes by what is seen.
 bool frmPrincipal::focusNextPrevChild(bool next)
 {
-    return MoverFoco(*this, next);
+    return Alcance::MoverFoco(*this, next);
 }
 
 void frmPrincipal::closeEvent(QCloseEvent *event)
@@ -374,6 +372,7 @@ void frmPrincipal::CarregarDetalheReceita(qint64 lngReceita, bool BlnAbrir)
     if (m_editor->isHidden())
         m_editor->DefinirAltura(Painel::kRecolhido);
     AbrirTela("NovaReceita");
+    Alcance::Focar(*m_editor);
     if (m_editor->Altura() == Painel::kRecolhido)
         m_editor->Rolar(m_telas->AlturaDeTrabalho());
 }

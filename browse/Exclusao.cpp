@@ -12,7 +12,7 @@ bool Exclusao::ExcluirDaTela(qint64 lngReceita)
     if (!m_avisos.Perguntar("Confirma Exclusão dessa Receita?"))
         return false;
     ExcluirReceita(m_banco, lngReceita);
-    m_telas.FecharTela();
+    m_telas.FecharDetalhe();
     m_lista.imgLstRcta_Click();
     return true;
 }

@@ -1,8 +1,8 @@
 #include "browse/PainelCartao.h"
 
+#include "base/Alcance.h"
 #include "base/Comando.h"
 #include "base/EventosPendentes.h"
-#include "base/Foco.h"
 #include "base/Fontes.h"
 #include "base/Painel.h"
 #include "base/Telas.h"
@@ -199,7 +199,7 @@ void PainelCartao::paintEvent(QPaintEvent *)
 // The Tab key leaves the editor's controls out, which lie covered by the card.
 bool PainelCartao::focusNextPrevChild(bool next)
 {
-    return MoverFoco(*this, next);
+    return Alcance::MoverFoco(*this, next);
 }
 
 // The canvas has the focus once the card has moved: the keys that move the bar move the card from there too.

@@ -1,8 +1,8 @@
 #include "browse/PainelLista.h"
 
+#include "base/Alcance.h"
 #include "base/Comando.h"
 #include "base/EventosPendentes.h"
-#include "base/Foco.h"
 #include "base/OperacaoLonga.h"
 #include "base/PainelMensagem.h"
 #include "base/Ponteiro.h"
@@ -124,7 +124,7 @@ void PainelLista::imgLstRcta_Click()
     } else {
         DefinirAltura(m_portas.telas.AlturaDeTrabalho());
     }
-    if (!Encoberto(*m_lstVwReceitas))
+    if (!Alcance::Encoberto(*m_lstVwReceitas))
         m_lstVwReceitas->setFocus();
 }
 

@@ -1,6 +1,5 @@
 #include "packages/frmImportacao.h"
 
-#include "base/AtalhoImediato.h"
 #include "base/Avisos.h"
 #include "base/EventosPendentes.h"
 #include "base/Fontes.h"
@@ -64,10 +63,6 @@ void frmImportacao::CriarControles()
     m_cmdCancelar->setToolTip("Abandona o pacote sem importar nada");
     m_cmdCancelar->setAutoDefault(false);
 
-    // This dialog may be all of the program that there is: nobody else has seen to its access keys.
-    auto *atalhos = new AtalhoImediato(this);
-    m_cmdSalvarIngredientes->installEventFilter(atalhos);
-    m_cmdCancelar->installEventFilter(atalhos);
     connect(m_cmdSalvarIngredientes, &QPushButton::clicked, this,
             Protegido(m_avisos, [this] { Importar(); }));
     connect(m_cmdCancelar, &QPushButton::clicked, this, &frmImportacao::reject);

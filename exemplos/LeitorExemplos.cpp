@@ -96,6 +96,8 @@ private:
             m_receita.nome = valor;
         else if (campo == "Tipo")
             m_receita.tipo = valor;
+        else if (campo == "Origem")
+            m_receita.origem = valor;
         else if (campo == "Preparo")
             m_receita.preparo = valor;
         else if (campo == "Porcoes")

@@ -17,6 +17,7 @@ struct IngredienteExemplo {
 struct ReceitaExemplo {
     QString nome;
     QString tipo;
+    QString origem;
     QString preparo;
     int porcoes = 0;
     int calorias = 0;

@@ -6,6 +6,7 @@
 #include "editor/LinhaIngrediente.h"
 #include "exemplos/LeitorExemplos.h"
 #include "store/Banco.h"
+#include "store/Comandos.h"
 #include "store/Figuras.h"
 
 #include <QGuiApplication>
@@ -49,7 +50,11 @@ int main(int argc, char *argv[])
         const QList<ReceitaExemplo> receitas = LeitorExemplos::LerPasta(exemplos + "/receitas");
         for (const ReceitaExemplo &receita : receitas) {
             EstadoDaTela tela = ComoNaTela(receita, exemplos + "/figuras");
-            GravarReceita(banco, figuras, relogio, tela);
+            const qint64 numero = GravarReceita(banco, figuras, relogio, tela);
+            // A recipe gets its origin with the package it came in; the editor has no field for it.
+            banco.ExecutarSQL(QString("Update Receitas Set Origem = %1 Where id_receitas = %2")
+                                  .arg(Comandos::Texto(receita.origem))
+                                  .arg(numero));
         }
         std::printf("%d receitas\n", int(receitas.size()));
     } catch (const std::exception &erro) {

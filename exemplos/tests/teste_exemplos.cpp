@@ -244,9 +244,11 @@ void TesteExemplos::cadaReceitaCabeNosCampos()
     const ReceitaExemplo receita = LeitorExemplos::Ler(PastaReceitas + '/' + arquivo);
     QVERIFY(receita.nome.size() <= 60);
     QVERIFY(!receita.tipo.isEmpty() && receita.tipo.size() <= 30);
+    // "()" under the name is no welcome for a newcomer.
+    QVERIFY(!receita.origem.isEmpty() && receita.origem.size() <= 50);
     QVERIFY(receita.preparo.size() <= 30);
     QVERIFY(receita.ingredientes.size() >= 5 && receita.ingredientes.size() <= 14);
-    QVERIFY(CabeNaPagina(receita.nome + receita.tipo + receita.preparo));
+    QVERIFY(CabeNaPagina(receita.nome + receita.tipo + receita.origem + receita.preparo));
     QVERIFY(CabeNaPagina(receita.modo) && CabeNaPagina(receita.observacao));
     for (const IngredienteExemplo &linha : receita.ingredientes) {
         QVERIFY2(linha.quantidade.size() <= 15, qPrintable(linha.quantidade));

@@ -8,62 +8,12 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/tela_virtual.sh
+source scripts/servico_impressao.sh
 
 imagens=$PWD/guia/imagens
 # What the front page and sharp screens deserve at twice the size; all of it would weigh too much.
 em_dobro=(lista editor-ingredientes editor-imagem cartao-longo)
 porta_novidades=18005
-
-# A printer to choose: a private print service with one queue, which prints nothing.
-abrir_impressora() {
-    local pasta=$1 cupsd
-    cupsd=$(PATH=$PATH:/usr/sbin:/sbin command -v cupsd) || return 0
-    mkdir -p "$pasta"/{bin/backend,bin/daemon,etc/ppd,spool/tmp,cache,state/certs,log,docs}
-    ln -s /usr/lib/cups/daemon/cups-exec "$pasta/bin/daemon/"
-    printf '#!/bin/sh\nexit 0\n' >"$pasta/bin/backend/nada"
-    chmod 700 "$pasta/bin/backend/nada"
-    cat >"$pasta/etc/cupsd.conf" <<C
-Listen $pasta/cups.sock
-WebInterface No
-Browsing No
-<Location />
-  Order allow,deny
-  Allow all
-</Location>
-<Policy default>
-  <Limit All>
-    Order allow,deny
-    Allow all
-  </Limit>
-</Policy>
-C
-    cat >"$pasta/etc/cups-files.conf" <<C
-ServerRoot $pasta/etc
-ServerBin $pasta/bin
-DataDir /usr/share/cups
-DocumentRoot $pasta/docs
-RequestRoot $pasta/spool
-TempDir $pasta/spool/tmp
-CacheDir $pasta/cache
-StateDir $pasta/state
-AccessLog $pasta/log/access
-ErrorLog $pasta/log/error
-PageLog $pasta/log/page
-Printcap $pasta/printcap
-Sandboxing relaxed
-C
-    printf '<DefaultPrinter Cozinha>\nDeviceURI nada:/\nState Idle\nAccepting Yes\nShared No\n</DefaultPrinter>\n' \
-        >"$pasta/etc/printers.conf"
-    "$cupsd" -f -c "$pasta/etc/cupsd.conf" -s "$pasta/etc/cups-files.conf" >/dev/null 2>&1 &
-    export CUPS_SERVER=$pasta/cups.sock
-    local vez
-    for vez in {1..100}; do
-        [[ -S $CUPS_SERVER ]] && return 0
-        sleep 0.1
-    done
-    echo "capturas: the print service did not start" >&2
-    return 1
-}
 
 # fotografar SCALE FOLDER SCRIPT [ARGUMENT...]
 fotografar() {
@@ -88,7 +38,7 @@ novidades=
 
 abrir_tela_virtual 1920x1600
 trabalho=$(mktemp -d)
-abrir_impressora "$trabalho/cups"
+abrir_servico_impressao "$trabalho/cups"
 for escala in 1 2; do
     fotografar $escala "$trabalho/$escala" guia
 done
@@ -104,10 +54,11 @@ fi
 
 mkdir -p "$imagens/2x"
 for foto in "$trabalho"/1/*.png; do
-    convert "$foto" -strip -define png:compression-level=9 "$imagens/$(basename "$foto")"
+    convert "$foto" -background white -alpha remove -alpha off -strip -define png:compression-level=9 \
+        "$imagens/$(basename "$foto")"
 done
 for nome in "${em_dobro[@]}"; do
-    convert "$trabalho/2/$nome.png" -strip -define png:compression-level=9 "$imagens/2x/$nome.png"
+    convert "$trabalho/2/$nome.png" -background white -alpha remove -alpha off -strip -define png:compression-level=9 "$imagens/2x/$nome.png"
 done
 rm -rf "$trabalho"
 du -ch "$imagens"/*.png "$imagens"/2x/*.png

@@ -3,9 +3,12 @@
 #include "base/Fontes.h"
 
 #include <QApplication>
+#include <QComboBox>
 #include <QPalette>
 #include <QProxyStyle>
 #include <QStyleFactory>
+#include <QStyleOptionButton>
+#include <QStyledItemDelegate>
 
 namespace
 {
@@ -14,6 +17,12 @@ const QColor kTexto(0x14, 0x21, 0x4d);
 const QColor kPainel(0xe6, 0xee, 0xfb);
 const QColor kDestaque(0x2f, 0x5f, 0xc4);
 
+// The edge of a control is at least 3:1 against the panel and its own white, text at least 4.5:1.
+const QColor kBorda(0x5f, 0x7d, 0xbd);
+constexpr int kAlturaDaLinha = 20; // of lists that drop down, pixels
+
+// Every combo box is drawn from here in all its states: one rule alone, for the focus say, would give that
+// state the looks of another style.
 constexpr auto kFolha = R"(
 #frmPrincipal { background: #c9d9f5; }
 #picFundo { background: qlineargradient(x1:0, y1:0, x2:0, y2:1, stop:0 #dfe9fa, stop:1 #b9cdf1);
@@ -25,16 +34,31 @@ QGroupBox { border: 1px solid #a9bfe6; border-radius: 4px; margin-top: 8px; padd
 QGroupBox::title { subcontrol-origin: margin; left: 8px; color: #14214d; }
 
 QLineEdit, QPlainTextEdit, QTreeView, QTreeWidget, QListView, QListWidget, QTextBrowser {
-    background: #ffffff; color: #14214d; border: 1px solid #9fb4dc; border-radius: 3px;
+    background: #ffffff; color: #14214d; border: 1px solid #5f7dbd; border-radius: 3px;
     selection-background-color: #2f5fc4; selection-color: #ffffff; }
 QLineEdit { padding: 1px 3px; }
-QLineEdit:focus, QPlainTextEdit:focus, QTreeView:focus, QTreeWidget:focus, QListView:focus, QTextBrowser:focus,
-QComboBox:focus { border: 1px solid #2f5fc4; }
+QLineEdit:focus, QPlainTextEdit:focus, QTreeView:focus, QTreeWidget:focus, QListView:focus, QTextBrowser:focus {
+    border: 1px solid #1c3f94; }
 QLineEdit:read-only { background: #eef3fc; color: #3b4a78; }
 QLineEdit:disabled, QPlainTextEdit:disabled { background: #e3e9f5; color: #7a86a8; }
 
+QComboBox { background: #ffffff; border: 1px solid #5f7dbd; border-radius: 3px; padding: 1px 3px;
+    selection-background-color: #2f5fc4; selection-color: #ffffff; combobox-popup: 0; }
+QComboBox:focus, QComboBox:on { border-color: #1c3f94; }
+QComboBox:!editable:focus { background: #eaf1ff; }
+QComboBox:disabled { background: #e3e9f5; color: #7a86a8; }
+QComboBox QLineEdit, QComboBox QLineEdit:focus { border: 0; padding: 0; background: transparent; }
+QComboBox::drop-down { subcontrol-origin: padding; subcontrol-position: center right; width: 17px; border: 0;
+    border-left: 1px solid #c3d1ee; }
+QComboBox::down-arrow { image: url(:/seta.svg); width: 9px; height: 9px; }
+QComboBox QAbstractItemView { border: 1px solid #5f7dbd; border-radius: 0; }
+
+#TrVwIngredientes::item { min-height: 18px; }
+#WbBsr1, #WbBsr1:focus { border: 0; border-radius: 0; }
+#imgFigura { background: #ffffff; border: 1px solid #5f7dbd; }
+
 QPushButton { background: qlineargradient(x1:0, y1:0, x2:0, y2:1, stop:0 #ffffff, stop:1 #d3e0f7);
-    color: #14214d; border: 1px solid #7f9cd6; border-radius: 4px; padding: 4px 12px; min-height: 14px; }
+    color: #14214d; border: 1px solid #5f7dbd; border-radius: 4px; padding: 4px 12px; min-height: 14px; }
 QPushButton:hover { background: qlineargradient(x1:0, y1:0, x2:0, y2:1, stop:0 #ffffff, stop:1 #fbe6c0);
     border-color: #c98a2b; }
 QPushButton:pressed { background: #bcd0f2; }
@@ -45,14 +69,25 @@ QPushButton#lblFechar { padding: 2px 12px; }
 QPushButton#lblFechar:focus { padding: 1px 11px; }
 
 QHeaderView::section { background: qlineargradient(x1:0, y1:0, x2:0, y2:1, stop:0 #f4f8ff, stop:1 #cfddf6);
-    color: #14214d; border: 0; border-right: 1px solid #a9bfe6; border-bottom: 1px solid #8aa5da; padding: 3px 5px; }
+    color: #14214d; border: 0; border-right: 1px solid #a9bfe6; border-bottom: 1px solid #8aa5da; padding: 3px 2px; }
 
-QProgressBar { border: 1px solid #7f9cd6; border-radius: 4px; background: #ffffff; min-height: 16px; max-height: 16px; }
+QProgressBar { border: 1px solid #5f7dbd; border-radius: 4px; background: #ffffff; min-height: 16px; max-height: 16px; }
 QProgressBar::chunk { background: qlineargradient(x1:0, y1:0, x2:0, y2:1, stop:0 #7ea6f0, stop:1 #2f5fc4);
     border-radius: 3px; }
 
 QToolTip { background: #fffbe8; color: #14214d; border: 1px solid #c9a94b; padding: 2px; }
 )";
+
+/// Rows with some air around the text.
+class LinhaArejada : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+    QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override
+    {
+        return QStyledItemDelegate::sizeHint(option, index).expandedTo(QSize(0, kAlturaDaLinha));
+    }
+};
 
 /// Message boxes show the program's own drawings, and the buttons of dialogs their text alone.
 class Estilo : public QProxyStyle
@@ -86,6 +121,34 @@ public:
             return 0;
         return QProxyStyle::styleHint(qual, option, widget, dados);
     }
+
+    int pixelMetric(PixelMetric qual, const QStyleOption *option, const QWidget *widget) const override
+    {
+        if (qual == PM_FocusFrameHMargin)
+            return 1; // a cell's text stands two pixels from its edge, like the head of its column
+        return QProxyStyle::pixelMetric(qual, option, widget);
+    }
+
+    void drawPrimitive(PrimitiveElement qual, const QStyleOption *option, QPainter *painter,
+                       const QWidget *widget) const override
+    {
+        const auto *botao = qstyleoption_cast<const QStyleOptionButton *>(option);
+        if (botao && (qual == PE_IndicatorRadioButton || qual == PE_IndicatorCheckBox)) {
+            QStyleOptionButton nitido(*botao); // whose ring is darkened from this colour
+            nitido.palette.setColor(QPalette::Window, kBorda.lighter(115));
+            QProxyStyle::drawPrimitive(qual, &nitido, painter, widget);
+            return;
+        }
+        QProxyStyle::drawPrimitive(qual, option, painter, widget);
+    }
+
+    using QProxyStyle::polish;
+    void polish(QWidget *controle) override
+    {
+        QProxyStyle::polish(controle);
+        if (auto *combo = qobject_cast<QComboBox *>(controle))
+            combo->setItemDelegate(new LinhaArejada(combo));
+    }
 };
 } // namespace
 
@@ -104,10 +167,10 @@ void AplicarAparencia(QApplication &aplicacao)
     cores.setColor(QPalette::BrightText, Qt::white);
     cores.setColor(QPalette::Highlight, kDestaque);
     cores.setColor(QPalette::HighlightedText, Qt::white);
-    cores.setColor(QPalette::Link, QColor(0x1d, 0x4f, 0xb8));
+    cores.setColor(QPalette::Link, QColor(0x1a, 0x48, 0xa8));
     cores.setColor(QPalette::ToolTipBase, QColor(0xff, 0xfb, 0xe8));
     cores.setColor(QPalette::ToolTipText, kTexto);
-    cores.setColor(QPalette::PlaceholderText, QColor(0x6b, 0x78, 0xa0));
+    cores.setColor(QPalette::PlaceholderText, QColor(0x62, 0x6f, 0x96));
     cores.setColor(QPalette::Light, Qt::white);
     cores.setColor(QPalette::Mid, QColor(0xa9, 0xbf, 0xe6));
     cores.setColor(QPalette::Dark, QColor(0x7f, 0x9c, 0xd6));
@@ -115,6 +178,11 @@ void AplicarAparencia(QApplication &aplicacao)
     for (const auto papel : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
         cores.setColor(QPalette::Disabled, papel, QColor(0x8c, 0x97, 0xb5));
     QApplication::setPalette(cores);
+    // A dark desktop has its own colours for some kinds of control, which would stay.
+    for (const char *tipo : {"QAbstractButton", "QAbstractItemView", "QCheckBox", "QComboBox", "QGroupBox",
+                             "QHeaderView", "QLabel", "QLineEdit", "QMenu", "QMessageBoxLabel",
+                             "QRadioButton", "QTabBar", "QTextControl", "QTextEdit", "QToolButton"})
+        QApplication::setPalette(cores, tipo);
     QApplication::setFont(FonteVerdana(8.25));
     aplicacao.setStyleSheet(kFolha);
 }

@@ -8,37 +8,62 @@
 #include <QIcon>
 #include <QPainter>
 #include <QPushButton>
+#include <QTextLayout>
 #include <QToolButton>
 
 namespace
 {
 // The tip's measures count from the form's old top edge, which lies this far below that of the background.
 constexpr int kTopoDoRodape = 255;
-constexpr int kMenorLetra = 7; // pixels
-constexpr int kMaiorLetra = 11;
+constexpr double kMenorLetra = 6; // pixels
+constexpr double kMaiorLetra = 11;
+constexpr double kPasso = 0.25;
+constexpr double kPontosPorPixel = 0.75; // at the 96 dots an inch that Qt counts with
 constexpr QSize kLogo(39, 30);
+
+/// Breaks the text into lines of that width; gives their height together. Lines may touch.
+double Dispor(QTextLayout &linhas, double largura)
+{
+    double altura = 0;
+    linhas.beginLayout();
+    for (QTextLine linha = linhas.createLine(); linha.isValid(); linha = linhas.createLine()) {
+        linha.setLineWidth(largura);
+        linha.setPosition(QPointF(0, altura));
+        altura += linha.ascent() + linha.descent();
+    }
+    linhas.endLayout();
+    return altura;
+}
 } // namespace
 
-QString SiteDoDistribuidor()
+double RotuloAjustado::Ajustar(QTextLayout &linhas) const
 {
-    return "https://www.vilanu.example";
+    linhas.setText(text());
+    linhas.setTextOption(QTextOption(Qt::AlignHCenter));
+    QFont fonte = font();
+    double altura = 0;
+    for (double letra = kMaiorLetra; letra >= kMenorLetra; letra -= kPasso) {
+        fonte.setPointSizeF(letra * kPontosPorPixel);
+        linhas.setFont(fonte);
+        altura = Dispor(linhas, width());
+        if (altura <= height())
+            break;
+    }
+    return altura;
 }
 
 void RotuloAjustado::paintEvent(QPaintEvent *)
 {
+    QTextLayout linhas;
+    const double altura = Ajustar(linhas);
     QPainter painter(this);
-    QFont fonte = font();
-    for (int letra = kMaiorLetra; letra >= kMenorLetra; --letra) {
-        fonte.setPixelSize(letra);
-        // Lines may touch: the label is two lines of its largest letter high.
-        const QRect preciso = QFontMetrics(fonte).boundingRect(QRect(0, 0, width(), 1000),
-                                                               Qt::AlignHCenter | Qt::TextWordWrap, text());
-        if (preciso.height() <= height() + 2 && preciso.width() <= width())
-            break;
-    }
-    painter.setFont(fonte);
     painter.setPen(palette().color(QPalette::WindowText));
-    painter.drawText(rect().adjusted(0, -2, 0, 2), Qt::AlignCenter | Qt::TextWordWrap, text());
+    linhas.draw(&painter, QPointF(0, (height() - altura) / 2));
+}
+
+QString SiteDoDistribuidor()
+{
+    return "https://www.vilanu.example";
 }
 
 Fundo::Fundo(Abridor &abridor, const QString &site, QWidget *janela)
@@ -82,9 +107,18 @@ Fundo::Fundo(Abridor &abridor, const QString &site, QWidget *janela)
     auto *url = new QPushButton(QUrl(site).host(), rodape);
     url->setStyleSheet(
         "QPushButton { background: transparent; border: 1px solid transparent; padding: 0;"
-        " color: #1d4fb8; text-decoration: underline; }"
-        "QPushButton:hover { color: #a3520b; } QPushButton:focus { border: 1px dotted #14214d; }");
+        " color: #1a48a8; text-decoration: underline; }"
+        "QPushButton:hover { color: #853f06; } QPushButton:focus { border: 1px dotted #14214d; }");
     url->setAccessibleName("Visitar o site " + url->text());
+    m_lblConvite =
+        new QLabel("Clique no segundo botão da barra, Lista de Receitas, para ver as suas receitas.", this);
+    m_lblConvite->setObjectName("lblConvite");
+    m_lblConvite->setAccessibleName(m_lblConvite->text());
+    m_lblConvite->setFont(FonteVerdana(8.25));
+    m_lblConvite->setAlignment(Qt::AlignCenter);
+    m_lblConvite->setGeometry(0, TwipsParaPixels(3300), TwipsParaPixels(9600), 24);
+    m_lblConvite->hide();
+
     url->setGeometry(TwipsParaPixels(7290), TwipsParaPixels(7305), TwipsParaPixels(2130), 20);
     m_area.lblUrl = CriarElo(url, "lblUrl", site);
 }

@@ -22,8 +22,6 @@ public:
     void Empilhar(const QString &titulo, const QString &chave);
     /// Lowers the depth by one; 0 stays 0.
     void Baixar();
-    /// Takes every entry of this key out; the others keep their order.
-    void Esquecer(const QString &chave);
     void Esvaziar() { m_profundidade = 0; }
 
 private:

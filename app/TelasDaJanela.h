@@ -32,7 +32,6 @@ public:
 
     void AbrirTela(const QString &request) override;
     void FecharTela() override;
-    void FecharDetalhe() override;
     QString TelaAtual() const override;
     void RestaurarBotoes() override { m_restaurarBotoes(); }
     int AlturaDeTrabalho() const override;
@@ -44,8 +43,6 @@ private:
     void EmpilharTela(const QString &title, const QString &key);
     Painel *PainelDe(const QString &key) const;
     void AjustarAlturas(int twips);
-    void Esconder(Painel &painel);
-    void MostrarTopo();
 
     QWidget *m_picTitulo;
     QLabel *m_lblTitulo;

@@ -7,11 +7,12 @@
 #include "app/ReceitaParaEmail.h"
 #include "app/TelasDaJanela.h"
 #include "backup/modBackup.h"
-#include "base/Alcance.h"
+#include "base/AtalhoImediato.h"
 #include "base/BotaoImagem.h"
-#include "base/Comando.h"
 #include "base/EventosPendentes.h"
+#include "base/Foco.h"
 #include "base/Fontes.h"
+#include "base/Protegido.h"
 #include "base/Twips.h"
 #include "browse/Exclusao.h"
 #include "browse/ListaReceitas.h"
@@ -51,6 +52,7 @@ constexpr int kTopoDosPaineis = kTopoDoTitulo + kAlturaDoTitulo;
 constexpr int kTopoDaPesquisa = kTopoDosPaineis + TelasDaJanela::kAlturaComPesquisa;
 
 constexpr int kEsperaPelaAtivacaoMs = 300;
+constexpr int kNovaTentativaMs = 100;
 
 void Colocar(QWidget *controle, int left, int top, int width, int height)
 {
@@ -66,8 +68,7 @@ frmPrincipal::frmPrincipal(const Banco &banco, const Figuras &figuras, const Por
     , m_portas(portas)
     , m_fundo(new Fundo(portas.abridor, portas.site, this))
     , m_barra(new Barra(kAlturaDaBarra, this))
-    , m_paineisDasNovidades(std::make_unique<PaineisDaJanela>(
-          [] { return !Operacao::EmAndamentoAlemDe(Operacao::Tipo::Visita); }))
+    , m_paineisDasNovidades(std::make_unique<PaineisDaJanela>([this] { return !Ocupada(); }))
     , m_clienteWeb(std::move(clienteWeb))
 {
     setObjectName("frmPrincipal");
@@ -82,11 +83,17 @@ frmPrincipal::frmPrincipal(const Banco &banco, const Figuras &figuras, const Por
     m_fundo->lblEntrada()->setText("Cozinhario 2005");
     CriarTitulo();
     LigarBotoes();
-    setFixedSize(TwipsParaPixels(kLargura), TwipsParaPixels(kAltura));
+    qApp->installEventFilter(new AtalhoImediato(this));
+    setFixedSize(Tamanho());
     setFocus(); // else the first activation would light up the first link of the footer
 }
 
 frmPrincipal::~frmPrincipal() = default;
+
+QSize frmPrincipal::Tamanho()
+{
+    return QSize(TwipsParaPixels(kLargura), TwipsParaPixels(kAltura));
+}
 
 void frmPrincipal::Completar()
 {
@@ -95,7 +102,7 @@ void frmPrincipal::Completar()
     m_montagem = Montagem::EmAndamento;
     InstalarFontes();
     m_fundo->MostrarRodape();
-    setWindowIcon(QIcon(":/cozinhario.svg"));
+    QApplication::setWindowIcon(QIcon(":/cozinhario.svg")); // of every window: dialogs, too
     m_barra->DesenharAcesos();
     CriarPaineis();
     CriarOperacoes();
@@ -103,7 +110,6 @@ void frmPrincipal::Completar()
     Vigiar();
     ConcluirRestauracao(); // before anything reads the book
     m_montagem = Montagem::Completa;
-    m_partida.reset();
     if (isVisible())
         m_novidades->LigarTimer();
     // Where nothing activates windows (no window manager), being shown is activation enough.
@@ -176,9 +182,9 @@ void frmPrincipal::CriarOperacoes()
 void frmPrincipal::LigarBotoes()
 {
     const auto ligar = [this](const char *nome, auto operacao) {
-        BotaoImagem *botao = m_barra->Botao(nome);
         // A click that comes before the panels are made has them made first.
-        connect(botao, &QAbstractButton::clicked, this, Comando(m_portas.avisos, botao, [this, operacao] {
+        connect(m_barra->Botao(nome), &QAbstractButton::clicked, this,
+                Protegido(m_portas.avisos, [this, operacao] {
                     Completar();
                     operacao();
                 }));
@@ -193,20 +199,18 @@ void frmPrincipal::LigarBotoes()
     ligar("imgInternet", [this] { m_novidades->imgInternet_Click(); });
     ligar("imgBackup", [this] { m_backup->imgBackup_Click(); });
     ligar("imgRestore", [this] { m_backup->imgRestore_Click(); });
-    // Whatever runs, these two are no operation.
-    connect(m_barra->Botao("imgMinimize"), &QAbstractButton::clicked, this, &frmPrincipal::Minimizar);
-    connect(m_barra->Botao("imgSaida"), &QAbstractButton::clicked, this, &frmPrincipal::Sair);
+    ligar("imgMinimize", [this] { Minimizar(); });
+    ligar("imgSaida", [this] { Sair(); });
 }
 
 void frmPrincipal::LigarPaineis()
 {
-    connect(m_lblFechar, &QPushButton::clicked, this,
-            Comando(m_portas.avisos, m_lblFechar, [this] { FecharTela(); }));
+    connect(m_lblFechar, &QPushButton::clicked, this, Protegido(m_portas.avisos, [this] { FecharTela(); }));
     connect(m_lista, &PainelLista::impressaoPedida, this, [this](qint64 lngReceita) {
         Proteger(m_portas.avisos, [=, this] { m_impressao->ImprimirDoMenu(lngReceita); });
     });
     connect(m_editor, &PainelEditor::receitaSalva, this, Protegido(m_portas.avisos, [this] {
-                m_telas->FecharDetalhe();
+                FecharTela();
                 m_lista->imgLstRcta_Click();
             }));
     connect(m_editor, &PainelEditor::exclusaoPedida, this, [this](qint64 lngReceita) {
@@ -218,6 +222,7 @@ void frmPrincipal::LigarPaineis()
 void frmPrincipal::Vigiar()
 {
     m_cartao->installEventFilter(this);
+    m_picTitulo->installEventFilter(this);
     const std::initializer_list<QWidget *> arrastam{m_fundo, m_barra, m_fundo->lblEntrada()};
     for (QWidget *area : arrastam) {
         area->installEventFilter(this);
@@ -234,6 +239,11 @@ bool frmPrincipal::eventFilter(QObject *objeto, QEvent *event)
             m_editor->MostrarCampos(false);
         else if (event->type() == QEvent::Hide)
             m_editor->MostrarCampos(true);
+        return false;
+    }
+    if (objeto == m_picTitulo) { // the title stands over every view: without it, there is none
+        if (event->type() == QEvent::ShowToParent || event->type() == QEvent::HideToParent)
+            m_fundo->MostrarConvite(m_picTitulo->isHidden());
         return false;
     }
     if (event->type() != QEvent::MouseButtonPress && event->type() != QEvent::MouseMove)
@@ -301,18 +311,16 @@ void frmPrincipal::PrimeiraAtivacao()
     if (m_ativada || !isVisible() || m_montagem != Montagem::Completa)
         return;
     m_ativada = true;
-    QuandoLivre([this] {
-        // The list says nothing when the book cannot be read; this does, once.
-        Proteger(m_portas.avisos, [this] { m_banco.LerUmaVez(); });
-        m_lista->imgLstRcta_Click();
-        AtualizarBotoes(nullptr);
-    });
+    // The list says nothing when the book cannot be read; this does, once.
+    Proteger(m_portas.avisos, [this] { m_banco.LerUmaVez(); });
+    Proteger(m_portas.avisos, [this] { m_lista->imgLstRcta_Click(); });
+    AtualizarBotoes(nullptr);
 }
 
 // List, editor, card and news share one place: the Tab key goes by what is seen.
 bool frmPrincipal::focusNextPrevChild(bool next)
 {
-    return Alcance::MoverFoco(*this, next);
+    return MoverFoco(*this, next);
 }
 
 void frmPrincipal::closeEvent(QCloseEvent *event)
@@ -372,7 +380,6 @@ void frmPrincipal::CarregarDetalheReceita(qint64 lngReceita, bool BlnAbrir)
     if (m_editor->isHidden())
         m_editor->DefinirAltura(Painel::kRecolhido);
     AbrirTela("NovaReceita");
-    Alcance::Focar(*m_editor);
     if (m_editor->Altura() == Painel::kRecolhido)
         m_editor->Rolar(m_telas->AlturaDeTrabalho());
 }
@@ -404,20 +411,25 @@ void frmPrincipal::ConcluirRestauracao()
     Proteger(m_portas.avisos, [this] { m_backup->ConcluirRestauracao(); });
 }
 
-void frmPrincipal::QuandoLivre(std::function<void()> tarefa)
+bool frmPrincipal::Ocupada() const
 {
-    Operacao::QuandoLivre(this, [this, tarefa = std::move(tarefa)] { Proteger(m_portas.avisos, tarefa); });
+    return m_montagem != Montagem::Completa || m_picMsg->EmOperacao() || QApplication::activeModalWidget() ||
+           m_lista->Carregando();
 }
 
-// However many copies ask while something runs, one look at the book shows it all.
+void frmPrincipal::QuandoLivre(std::function<void()> tarefa)
+{
+    QTimer::singleShot(Ocupada() ? kNovaTentativaMs : 0, this, [this, tarefa = std::move(tarefa)] {
+        if (Ocupada())
+            QuandoLivre(tarefa);
+        else
+            Proteger(m_portas.avisos, tarefa);
+    });
+}
+
 void frmPrincipal::RecarregarLista()
 {
-    if (std::exchange(m_recargaPedida, true))
-        return;
-    QuandoLivre([this] {
-        m_recargaPedida = false;
-        m_lista->imgLstRcta_Click();
-    });
+    QuandoLivre([this] { m_lista->imgLstRcta_Click(); });
 }
 
 void frmPrincipal::AvisarDepois(const QString &texto)

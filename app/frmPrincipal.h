@@ -1,7 +1,6 @@
 #pragma once
 
 #include "backup/JanelaDoBackup.h"
-#include "base/Operacao.h"
 #include "browse/DetalheReceita.h"
 #include "packages/Exportacao.h"
 
@@ -11,7 +10,6 @@
 
 #include <functional>
 #include <memory>
-#include <optional>
 
 class Abridor;
 class Avisos;
@@ -61,6 +59,9 @@ class frmPrincipal : public QWidget, public DetalheReceita, private ListaParaExp
 {
     Q_OBJECT
 public:
+    /// The window's size, which never changes, in device-independent pixels.
+    static QSize Tamanho();
+
     frmPrincipal(const Banco &banco, const Figuras &figuras, const Portas &portas,
                  std::unique_ptr<ClienteWeb> clienteWeb);
     ~frmPrincipal() override;
@@ -108,7 +109,8 @@ private:
     void Minimizar();
     void Sair();
     void ConcluirRestauracao();
-    /// Runs `tarefa` once nothing is under way, and reports what it throws.
+    bool Ocupada() const;
+    /// Runs `tarefa` once no dialog, long operation or fill is under way.
     void QuandoLivre(std::function<void()> tarefa);
 
     bool ListaVisivel() const override;
@@ -143,9 +145,7 @@ private:
     std::unique_ptr<ClienteWeb> m_clienteWeb; ///< until the panel of the news takes it
     enum class Montagem { Moldura, EmAndamento, Completa };
     Montagem m_montagem = Montagem::Moldura;
-    std::optional<Operacao> m_partida{Operacao::Tipo::Partida}; ///< until the panels are made
     bool m_ativada = false;
-    bool m_recargaPedida = false;
     QPoint m_arrastadaEm; ///< where a drag took hold of the window
     bool m_arrastaSozinha = false;
 };

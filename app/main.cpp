@@ -1,11 +1,11 @@
 #include "app/Aparencia.h"
+#include "app/CaberNaTela.h"
 #include "app/CopiaUnica.h"
 #include "app/Pasta.h"
 #include "app/Site.h"
 #include "app/frmPrincipal.h"
 #include "assets/Recursos.h"
 #include "base/AbridorQt.h"
-#include "base/Alcance.h"
 #include "base/AvisosQt.h"
 #include "base/EventosPendentes.h"
 #include "base/Fontes.h"
@@ -23,6 +23,7 @@
 #include "store/access/ConversorAccess.h"
 
 #include <QApplication>
+#include <QIcon>
 #include <QLocale>
 #include <QTranslator>
 
@@ -39,6 +40,7 @@ struct Importacao {
 Importacao ImportarPacote(const Banco &banco, const Figuras &figuras, Avisos &avisos, const QString &pacote)
 {
     InstalarFontes();
+    QApplication::setWindowIcon(QIcon(":/cozinhario.svg"));
     Importacao importacao;
     Proteger(avisos, [&] {
         RelogioDoSistema relogio;
@@ -58,12 +60,12 @@ int main(int argc, char *argv[])
     // The end of the program is always asked for; closing the import dialog is not it.
     QApplication::setQuitOnLastWindowClosed(false);
 
+    CaberNaTela(frmPrincipal::Tamanho());
     IniciarRecursos();
     QTranslator traducao;
     if (traducao.load(":/traducoes/qtbase_pt_BR.qm"))
         QApplication::installTranslator(&traducao);
     AplicarAparencia(aplicacao);
-    const Alcance alcance;
     Separadores::Definir(Separadores::De(QLocale::system()));
 
     const QString pasta = PastaDoLivro(QApplication::applicationDirPath());

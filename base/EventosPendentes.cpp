@@ -1,7 +1,6 @@
 #include "base/EventosPendentes.h"
 
 #include <QCoreApplication>
-#include <QEvent>
 #include <QEventLoop>
 
 namespace
@@ -17,12 +16,9 @@ void DeixarEventosRodarem()
 
 void MostrarMudancas()
 {
-    if (!QCoreApplication::instance())
-        return;
-    // Not processEvents() with input excluded: that lets timers and queued calls in, and the platform's input
-    // that it puts aside is forgotten until the next event wakes the program up.
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::UpdateRequest);
+    if (QCoreApplication::instance())
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents |
+                                        QEventLoop::ExcludeSocketNotifiers);
 }
 
 bool Encerrando()

@@ -8,7 +8,7 @@
 
 namespace
 {
-constexpr int kMargem = 3;
+constexpr int kMargem = 2;
 constexpr int kLarguraDaSeta = 8;
 } // namespace
 

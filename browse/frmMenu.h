@@ -1,10 +1,6 @@
 #pragma once
 
-#include "base/Operacao.h"
-
 #include <QWidget>
-
-#include <optional>
 
 class QAction;
 class QMenu;
@@ -21,7 +17,4 @@ public:
     QAction *mnuAlterarReceita;
     QAction *mnuImprimirReceita;
     QAction *mnuExcluirReceita;
-
-private:
-    std::optional<Operacao> m_aberto; ///< while the menu is open
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/CampoTexto.h"
+#include "editor/BuscaPrefixo.h"
 
 #include <QLineEdit>
 
@@ -42,7 +43,9 @@ private:
     void AoMudar();
     void Tratar(bool doUsuario);
     void AutoCompletarCombo(bool doUsuario);
+    void AoMudarItem(int linha);
 
+    BuscaPrefixo m_busca;
     bool &m_blnApagandoCombo;
     bool m_doUsuario = false;
 };

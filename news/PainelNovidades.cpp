@@ -6,7 +6,6 @@
 
 #include "base/Avisos.h"
 #include "base/EventosPendentes.h"
-#include "base/Operacao.h"
 #include "base/Protegido.h"
 #include "base/Telas.h"
 #include "base/Twips.h"
@@ -105,7 +104,7 @@ void PainelNovidades::imgInternet_Click()
         m_TimerWeb->stop();
         m_TimerWeb->setProperty("tag", QString());
     }
-    if (Operacao::EmAndamento(Operacao::Tipo::Visita)) {
+    if (m_ocupado) {
         // A visit is under way and will end with its page here; it only has to be seen. One that was
         // abandoned meanwhile is followed by another.
         m_outraVez = m_novidades->Abandonada();
@@ -115,11 +114,13 @@ void PainelNovidades::imgInternet_Click()
         return;
     }
     const QPointer<PainelNovidades> vivo(this);
-    const Operacao visita(Operacao::Tipo::Visita);
+    m_ocupado = true;
     do {
         m_outraVez = false;
         Visitar();
     } while (vivo && m_outraVez && !Encerrando());
+    if (vivo)
+        m_ocupado = false;
 }
 
 /// One visit from beginning to end. This object may be gone when it returns.
@@ -178,7 +179,7 @@ bool PainelNovidades::AbrirSemPedido()
 /// The user begins to work while a page that she did not ask for is still on its way: her view comes back.
 void PainelNovidades::Ceder()
 {
-    if (!Operacao::EmAndamento(Operacao::Tipo::Visita) || PedidoDoUsuario() || isHidden())
+    if (!m_ocupado || PedidoDoUsuario() || isHidden())
         return;
     Esconder();
     m_paineis.Restaurar();
@@ -225,4 +226,7 @@ void PainelNovidades::PosicionarVisor()
 {
     const int borda = TwipsParaPixels(kBordaDoVisor);
     m_WbBsr1->setGeometry(borda, borda, width(), height() - TwipsParaPixels(kFolgaDoVisor));
+    // The page stops at the panel's own edge, which stays whole all around.
+    const QRect dentro = rect().adjusted(1, 1, -1, -1).translated(-borda, -borda);
+    m_WbBsr1->setMask(QRegion(m_WbBsr1->rect() & dentro));
 }

@@ -1,11 +1,8 @@
 #include "packages/Exportacao.h"
 
 #include "base/Abridor.h"
-#include "base/ArquivoDeTrabalho.h"
-#include "base/ArquivoSeguro.h"
 #include "base/EventosPendentes.h"
 #include "base/Numero.h"
-#include "base/Operacao.h"
 #include "base/OperacaoLonga.h"
 #include "base/Protegido.h"
 #include "base/Telas.h"
@@ -20,9 +17,9 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QSaveFile>
 #include <QScopeGuard>
 
-#include <cerrno>
 #include <stdexcept>
 
 namespace
@@ -40,11 +37,16 @@ constexpr double kTipoReservado = 2;
     throw std::runtime_error(texto.toStdString());
 }
 
-void Escrever(ArquivoDeTrabalho &trabalho, const QByteArray &bytes)
+[[noreturn]] void FalharAoGravar(const QString &caminho)
 {
-    errno = 0;
-    if (trabalho.Arquivo().write(bytes) != bytes.size())
-        throw Disco::ErroArquivo(trabalho.Caminho(), errno);
+    Falhar("Não foi possível gravar o arquivo:\r\n" + caminho +
+           "\r\n\r\nVerifique o espaço em disco e a permissão de escrita na pasta.");
+}
+
+void Gravar(QFileDevice &arquivo, const QByteArray &bytes)
+{
+    if (arquivo.write(bytes) != bytes.size())
+        FalharAoGravar(arquivo.fileName());
 }
 
 /// The bytes of a picture or package; an empty file and one that cannot be read are alike: nothing.
@@ -117,7 +119,11 @@ Exportacao::Exportacao(const Banco &banco, const Figuras &figuras, Avisos &aviso
 
 void Exportacao::imgTransmit_Click(const QList<ReceitaSelecionada> &selecionadas)
 {
-    const Operacao operacao(Operacao::Tipo::Exportacao);
+    // Window events run between the steps, the user's clicks included.
+    if (m_exportando)
+        return;
+    m_exportando = true;
+    const auto terminar = qScopeGuard([this] { m_exportando = false; });
     Proteger(m_avisos, [&] {
         if (ExigirLista())
             Exportar(selecionadas);
@@ -158,24 +164,28 @@ void Exportacao::Exportar(const QList<ReceitaSelecionada> &selecionadas)
     const RecordSet rs = m_banco.AbrirRecordset(Comandos::SqlReceitasDoPacote(numeros));
     OperacaoLonga operacao(m_painel, "Gerando Pacote de Receitas...", rs.RecordCount() + 2);
 
-    ArquivoDeTrabalho texto(m_banco.Caminho(kTextoDoPacote));
+    const QString texto = m_banco.Caminho(kTextoDoPacote);
     const QString pacote = m_banco.Caminho(kPacote);
     const QString mensagem = m_banco.Caminho(kMensagem);
+    const auto apagarTexto = qScopeGuard([&] { QFile::remove(texto); });
 
     const QString nomes = GravarTexto(texto, rs, operacao);
     if (Encerrando())
         return;
     // Kept on purpose: the result is not looked at, and the message is made of whatever package there is.
     int erro = 0;
-    Recipiente::CompactarArquivo(texto.Caminho(), pacote, kNivel, erro, true, {}, m_banco.CaminhoDoLivro());
+    Recipiente::CompactarArquivo(texto, pacote, kNivel, erro, true);
     operacao.Avancar();
-    texto.Remover();
+    QFile::remove(texto);
 
-    ArquivoSeguro arquivo(mensagem, {.modelo = m_banco.CaminhoDoLivro()});
-    arquivo.Abrir();
-    arquivo.Escrever(MensagemPacote(nomes, LerParaBase64(pacote), m_site));
+    QSaveFile arquivo(mensagem);
+    if (!arquivo.open(QIODevice::WriteOnly))
+        FalharAoGravar(mensagem);
+    Gravar(arquivo, MensagemPacote(nomes, LerParaBase64(pacote), m_site));
     operacao.DefinirValor(operacao.Maximo());
-    arquivo.Confirmar();
+    // Qt 6.4's commit() forgets that the last of the buffer found no room on the disk.
+    if (!arquivo.flush() || !arquivo.commit())
+        FalharAoGravar(mensagem);
     operacao.Encerrar();
     espera.Encerrar();
 
@@ -183,19 +193,23 @@ void Exportacao::Exportar(const QList<ReceitaSelecionada> &selecionadas)
         m_abridor.AbrirArquivo(mensagem);
 }
 
-QString Exportacao::GravarTexto(ArquivoDeTrabalho &texto, RecordSet rs, OperacaoLonga &operacao) const
+QString Exportacao::GravarTexto(const QString &caminho, RecordSet rs, OperacaoLonga &operacao) const
 {
-    texto.Abrir();
-    Escrever(texto, Pacote::EscreverCabecalho());
+    QFile arquivo(caminho);
+    if (!arquivo.open(QIODevice::WriteOnly))
+        FalharAoGravar(caminho);
+    Gravar(arquivo, Pacote::EscreverCabecalho());
     QString nomes;
     for (; !rs.Eof() && !Encerrando(); rs.MoveNext()) {
         operacao.Avancar();
         const Pacote::Receita receita = LerReceita(m_banco, m_figuras, rs);
-        Escrever(texto, Pacote::EscreverReceita(receita));
-        if (texto.Arquivo().pos() > Pacote::kMaiorTexto)
+        Gravar(arquivo, Pacote::EscreverReceita(receita));
+        if (arquivo.pos() > Pacote::kMaiorTexto)
             Falhar("As receitas selecionadas, com suas figuras, são grandes demais para um pacote. "
                    "Selecione menos receitas.");
         nomes += "<LI>" + Aparar(SemControles(receita.Nome));
     }
+    if (!arquivo.flush())
+        FalharAoGravar(caminho);
     return nomes;
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "packages/Trailer.h"
+#include "packages/Recipiente.h"
 
 #include <QtGlobal>
 

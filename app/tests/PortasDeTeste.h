@@ -2,7 +2,6 @@
 
 #include "app/frmPrincipal.h"
 #include "base/Abridor.h"
-#include "base/Alcance.h"
 #include "base/Avisos.h"
 #include "base/Relogio.h"
 #include "base/SeletorArquivos.h"
@@ -96,7 +95,6 @@ struct ProgramaDeTeste {
             janela.Completar(); // tests ask for controls before the first paint
     }
 
-    Alcance alcance;
     QTemporaryDir pasta;
     Banco banco;
     Figuras figuras;

@@ -7,7 +7,6 @@
 #include <QHelpEvent>
 #include <QLineEdit>
 #include <QMenu>
-#include <QPushButton>
 #include <QScrollBar>
 #include <QTest>
 #include <QTimer>
@@ -233,15 +232,14 @@ private slots:
         Bancada b;
         b.livro.Guardar({.nome = "Bolo"});
         b.livro.Guardar({.nome = "Torta"});
-        b.telas.AbrirTela("PesquisaReceitas");
-        b.Controle<QLineEdit>("txtPesNome")->setText("bolo");
         AoRolar meio(b.lista, [&] {
-            QTest::mouseClick(b.Controle<QPushButton>("cmdPesquisa"), Qt::LeftButton);
-            QCOMPARE(b.Nomes(), (QStringList{"Bolo", "Torta"})); // the list under way goes first
+            b.lista->DefinirConsulta(
+                "Select * from Receitas Where 1=1  and Nome like '%bolo%' Order By Nome ");
+            b.lista->imgLstRcta_Click();
         });
         b.lista->imgLstRcta_Click();
         QVERIFY(meio.Rodou());
-        QTRY_COMPARE(b.Nomes(), QStringList{"Bolo"});
+        QCOMPARE(b.Nomes(), QStringList{"Bolo"});
         b.lista->imgLstRcta_Click();
         QCOMPARE(b.Nomes(), (QStringList{"Bolo", "Torta"}));
     }
@@ -543,7 +541,7 @@ private slots:
             QVERIFY(b.avisos.perguntas.isEmpty());
         });
         b.lista->imgLstRcta_Click();
-        QTRY_COMPARE(b.avisos.perguntas.size(), 1);
+        QCOMPARE(b.avisos.perguntas.size(), 1);
         QCOMPARE(b.Nomes(), QStringList{"Receita 0002"});
     }
 

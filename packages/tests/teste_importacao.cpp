@@ -1,4 +1,3 @@
-#include "base/Alcance.h"
 #include "base/PaginaCodigo.h"
 #include "base/Ponteiro.h"
 #include "packages/ComandosImportacao.h"
@@ -114,7 +113,6 @@ private:
     std::unique_ptr<QTemporaryDir> m_correio;
     AvisosDeTeste m_avisos;
     RelogioParado m_relogio;
-    const Alcance m_alcance;
     std::unique_ptr<frmImportacao> m_form;
 };
 

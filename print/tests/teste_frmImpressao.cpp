@@ -401,7 +401,9 @@ void TesteFrmImpressao::semImpressoraConfirmarDaMenosUm()
     m_impressoras->nomes.clear();
     m_atual = ImpressoraAtual();
     Abrir();
-    QCOMPARE(Controle<QComboBox>("cmbImpressora")->count(), 0);
+    auto *combo = Controle<QComboBox>("cmbImpressora");
+    QCOMPARE(combo->count(), 0);
+    QCOMPARE(combo->placeholderText(), QString("Nenhuma impressora instalada"));
     QCOMPARE(Marcadas(), QString("Retrato Baixa Preto e Branco"));
     QCOMPARE(Controle<QLineEdit>("txtCopies")->text(), QString("1"));
     Marcar("optOtima");

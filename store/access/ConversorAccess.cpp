@@ -1,6 +1,5 @@
 #include "store/access/ConversorAccess.h"
 
-#include "base/ArquivoSeguro.h"
 #include "store/ErroBanco.h"
 #include "store/access/ErroAccess.h"
 #include "store/access/LivroAccess.h"
@@ -37,25 +36,23 @@ QString Trocar(const QString &caminho, const LivroAccess &livro, const TrancaDeA
 {
     if (tranca.Trancado())
         TrocaDeArquivo::RemoverSobras(caminho);
-    ArquivoSeguro novo(caminho, {.trancar = false});
-    try {
-        novo.Abrir();
-    } catch (const Disco::ErroArquivo &erro) {
-        throw ErroBanco("Não se pode gravar na pasta do livro: " + qt_error_string(erro.Codigo()));
-    }
-    GravarNovoLivro(novo.Trabalho(), livro);
+    TrocaDeArquivo::Provisorio novo(caminho);
+    GravarNovoLivro(novo.Caminho(), livro);
+    novo.CopiarDireitos(caminho);
+    novo.ForcarAoDisco();
     if (!tranca.AindaEOMesmo())
         throw ErroBanco("O arquivo foi mudado por outro programa durante a conversão. Tente de novo.");
     bool nomeNovo = false;
     const QString guardado = TrocaDeArquivo::Guardar(caminho, nomeNovo);
-    Disco::SincronizarPasta(QFileInfo(caminho).absolutePath());
+    TrocaDeArquivo::ForcarPastaAoDisco(caminho);
     try {
-        novo.Confirmar();
-    } catch (const Erro &) {
+        novo.Substituir(caminho);
+    } catch (const ErroBanco &) {
         if (nomeNovo)
             QFile::remove(guardado);
         throw;
     }
+    TrocaDeArquivo::ForcarPastaAoDisco(caminho);
     return guardado;
 }
 
@@ -84,7 +81,9 @@ void ConversorAccess::operator()(const QString &caminho) const
             return; // another copy of the program was quicker
         const LivroAccess livro = LerLivroAccess(tranca.Arquivo());
         mensagem = MensagemAoConverter(livro, Trocar(tranca.Arquivo().fileName(), livro, tranca));
-    } catch (const Erro &erro) {
+    } catch (const Access::ErroAccess &erro) {
+        Recusar(caminho, erro.Mensagem());
+    } catch (const ErroBanco &erro) {
         Recusar(caminho, erro.Mensagem());
     } catch (const std::bad_alloc &) {
         Recusar(caminho, "Não há memória para um arquivo deste tamanho.");

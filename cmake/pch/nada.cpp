@@ -1,1 +1,0 @@
-// The precompiled headers need a source to belong to.

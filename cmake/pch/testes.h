@@ -1,9 +1,0 @@
-// What nearly every test includes.
-#pragma once
-
-#include "janelas.h"
-
-#include <QSignalSpy>
-#include <QTemporaryDir>
-#include <QTest>
-#include <QtTest>

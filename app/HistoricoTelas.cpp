@@ -32,3 +32,13 @@ void HistoricoTelas::Baixar()
     if (m_profundidade > 0)
         --m_profundidade;
 }
+
+void HistoricoTelas::Esquecer(const QString &chave)
+{
+    quint8 ficam = 0;
+    for (int i = 1; i <= m_profundidade; ++i) {
+        if (Chave(i) != chave)
+            m_telas[++ficam] = m_telas[static_cast<std::size_t>(i)];
+    }
+    m_profundidade = ficam;
+}

@@ -22,6 +22,8 @@ public:
     void Empilhar(const QString &titulo, const QString &chave);
     /// Lowers the depth by one; 0 stays 0.
     void Baixar();
+    /// Takes every entry of this key out; the others keep their order.
+    void Esquecer(const QString &chave);
     void Esvaziar() { m_profundidade = 0; }
 
 private:

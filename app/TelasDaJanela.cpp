@@ -1,5 +1,6 @@
 #include "app/TelasDaJanela.h"
 
+#include "base/Alcance.h"
 #include "base/Painel.h"
 
 #include <QLabel>
@@ -89,13 +90,35 @@ void TelasDaJanela::FecharTela()
     const QString key = TelaAtual();
     m_historico.Baixar();
 
-    if (Painel *painel = PainelDe(key); painel && !painel->isHidden()) {
-        if (painel == m_paineis.picPesReceita)
-            AjustarAlturas(kAlturaInteira);
-        painel->hide();
-        painel->DefinirAltura(kAlturaInteira);
-    }
+    if (Painel *painel = PainelDe(key); painel && !painel->isHidden())
+        Esconder(*painel);
+    MostrarTopo();
+}
 
+// Other views may lie before it: only the editor goes, with all that the history holds of it.
+void TelasDaJanela::FecharDetalhe()
+{
+    if (TelaAtual() == "Detalhe") {
+        FecharTela();
+        return;
+    }
+    m_historico.Esquecer("Detalhe");
+    if (!m_paineis.picDetReceita->isHidden())
+        Esconder(*m_paineis.picDetReceita);
+    MostrarTopo();
+}
+
+void TelasDaJanela::Esconder(Painel &painel)
+{
+    if (&painel == m_paineis.picPesReceita)
+        AjustarAlturas(kAlturaInteira);
+    painel.hide();
+    painel.DefinirAltura(kAlturaInteira);
+}
+
+// After a view has closed: the title and the focus go to the newest one that is still open.
+void TelasDaJanela::MostrarTopo()
+{
     if (m_paineis.picLstReceitas->isHidden() && m_paineis.picDetReceita->isHidden() &&
         m_paineis.picPesReceita->isHidden()) {
         EsconderTudo();
@@ -110,6 +133,7 @@ void TelasDaJanela::FecharTela()
     if (TelaAtual() == "Pesquisa")
         AjustarAlturas(kAlturaComPesquisa);
     m_lblTitulo->setText(m_historico.Titulo(m_historico.Profundidade()));
+    Alcance::Focar(*PainelDe(TelaAtual()));
 }
 
 void TelasDaJanela::EsconderTudo()

@@ -32,6 +32,7 @@ public:
 
     void AbrirTela(const QString &request) override;
     void FecharTela() override;
+    void FecharDetalhe() override;
     QString TelaAtual() const override;
     void RestaurarBotoes() override { m_restaurarBotoes(); }
     int AlturaDeTrabalho() const override;
@@ -43,6 +44,8 @@ private:
     void EmpilharTela(const QString &title, const QString &key);
     Painel *PainelDe(const QString &key) const;
     void AjustarAlturas(int twips);
+    void Esconder(Painel &painel);
+    void MostrarTopo();
 
     QWidget *m_picTitulo;
     QLabel *m_lblTitulo;

@@ -7,12 +7,11 @@
 #include "app/ReceitaParaEmail.h"
 #include "app/TelasDaJanela.h"
 #include "backup/modBackup.h"
-#include "base/AtalhoImediato.h"
+#include "base/Alcance.h"
 #include "base/BotaoImagem.h"
+#include "base/Comando.h"
 #include "base/EventosPendentes.h"
-#include "base/Foco.h"
 #include "base/Fontes.h"
-#include "base/Protegido.h"
 #include "base/Twips.h"
 #include "browse/Exclusao.h"
 #include "browse/ListaReceitas.h"
@@ -52,7 +51,6 @@ constexpr int kTopoDosPaineis = kTopoDoTitulo + kAlturaDoTitulo;
 constexpr int kTopoDaPesquisa = kTopoDosPaineis + TelasDaJanela::kAlturaComPesquisa;
 
 constexpr int kEsperaPelaAtivacaoMs = 300;
-constexpr int kNovaTentativaMs = 100;
 
 void Colocar(QWidget *controle, int left, int top, int width, int height)
 {
@@ -68,7 +66,8 @@ frmPrincipal::frmPrincipal(const Banco &banco, const Figuras &figuras, const Por
     , m_portas(portas)
     , m_fundo(new Fundo(portas.abridor, portas.site, this))
     , m_barra(new Barra(kAlturaDaBarra, this))
-    , m_paineisDasNovidades(std::make_unique<PaineisDaJanela>([this] { return !Ocupada(); }))
+    , m_paineisDasNovidades(std::make_unique<PaineisDaJanela>(
+          [] { return !Operacao::EmAndamentoAlemDe(Operacao::Tipo::Visita); }))
     , m_clienteWeb(std::move(clienteWeb))
 {
     setObjectName("frmPrincipal");
@@ -83,7 +82,6 @@ frmPrincipal::frmPrincipal(const Banco &banco, const Figuras &figuras, const Por
     m_fundo->lblEntrada()->setText("Cozinhario 2005");
     CriarTitulo();
     LigarBotoes();
-    qApp->installEventFilter(new AtalhoImediato(this));
     setFixedSize(Tamanho());
     setFocus(); // else the first activation would light up the first link of the footer
 }
@@ -110,6 +108,7 @@ void frmPrincipal::Completar()
     Vigiar();
     ConcluirRestauracao(); // before anything reads the book
     m_montagem = Montagem::Completa;
+    m_partida.reset();
     if (isVisible())
         m_novidades->LigarTimer();
     // Where nothing activates windows (no window manager), being shown is activation enough.
@@ -182,9 +181,9 @@ void frmPrincipal::CriarOperacoes()
 void frmPrincipal::LigarBotoes()
 {
     const auto ligar = [this](const char *nome, auto operacao) {
+        BotaoImagem *botao = m_barra->Botao(nome);
         // A click that comes before the panels are made has them made first.
-        connect(m_barra->Botao(nome), &QAbstractButton::clicked, this,
-                Protegido(m_portas.avisos, [this, operacao] {
+        connect(botao, &QAbstractButton::clicked, this, Comando(m_portas.avisos, botao, [this, operacao] {
                     Completar();
                     operacao();
                 }));
@@ -199,18 +198,20 @@ void frmPrincipal::LigarBotoes()
     ligar("imgInternet", [this] { m_novidades->imgInternet_Click(); });
     ligar("imgBackup", [this] { m_backup->imgBackup_Click(); });
     ligar("imgRestore", [this] { m_backup->imgRestore_Click(); });
-    ligar("imgMinimize", [this] { Minimizar(); });
-    ligar("imgSaida", [this] { Sair(); });
+    // Whatever runs, these two are no operation.
+    connect(m_barra->Botao("imgMinimize"), &QAbstractButton::clicked, this, &frmPrincipal::Minimizar);
+    connect(m_barra->Botao("imgSaida"), &QAbstractButton::clicked, this, &frmPrincipal::Sair);
 }
 
 void frmPrincipal::LigarPaineis()
 {
-    connect(m_lblFechar, &QPushButton::clicked, this, Protegido(m_portas.avisos, [this] { FecharTela(); }));
+    connect(m_lblFechar, &QPushButton::clicked, this,
+            Comando(m_portas.avisos, m_lblFechar, [this] { FecharTela(); }));
     connect(m_lista, &PainelLista::impressaoPedida, this, [this](qint64 lngReceita) {
         Proteger(m_portas.avisos, [=, this] { m_impressao->ImprimirDoMenu(lngReceita); });
     });
     connect(m_editor, &PainelEditor::receitaSalva, this, Protegido(m_portas.avisos, [this] {
-                FecharTela();
+                m_telas->FecharDetalhe();
                 m_lista->imgLstRcta_Click();
             }));
     connect(m_editor, &PainelEditor::exclusaoPedida, this, [this](qint64 lngReceita) {
@@ -311,16 +312,18 @@ void frmPrincipal::PrimeiraAtivacao()
     if (m_ativada || !isVisible() || m_montagem != Montagem::Completa)
         return;
     m_ativada = true;
-    // The list says nothing when the book cannot be read; this does, once.
-    Proteger(m_portas.avisos, [this] { m_banco.LerUmaVez(); });
-    Proteger(m_portas.avisos, [this] { m_lista->imgLstRcta_Click(); });
-    AtualizarBotoes(nullptr);
+    QuandoLivre([this] {
+        // The list says nothing when the book cannot be read; this does, once.
+        Proteger(m_portas.avisos, [this] { m_banco.LerUmaVez(); });
+        m_lista->imgLstRcta_Click();
+        AtualizarBotoes(nullptr);
+    });
 }
 
 // List, editor, card and news share one place: the Tab key goes by what is seen.
 bool frmPrincipal::focusNextPrevChild(bool next)
 {
-    return MoverFoco(*this, next);
+    return Alcance::MoverFoco(*this, next);
 }
 
 void frmPrincipal::closeEvent(QCloseEvent *event)
@@ -380,6 +383,7 @@ void frmPrincipal::CarregarDetalheReceita(qint64 lngReceita, bool BlnAbrir)
     if (m_editor->isHidden())
         m_editor->DefinirAltura(Painel::kRecolhido);
     AbrirTela("NovaReceita");
+    Alcance::Focar(*m_editor);
     if (m_editor->Altura() == Painel::kRecolhido)
         m_editor->Rolar(m_telas->AlturaDeTrabalho());
 }
@@ -411,25 +415,20 @@ void frmPrincipal::ConcluirRestauracao()
     Proteger(m_portas.avisos, [this] { m_backup->ConcluirRestauracao(); });
 }
 
-bool frmPrincipal::Ocupada() const
-{
-    return m_montagem != Montagem::Completa || m_picMsg->EmOperacao() || QApplication::activeModalWidget() ||
-           m_lista->Carregando();
-}
-
 void frmPrincipal::QuandoLivre(std::function<void()> tarefa)
 {
-    QTimer::singleShot(Ocupada() ? kNovaTentativaMs : 0, this, [this, tarefa = std::move(tarefa)] {
-        if (Ocupada())
-            QuandoLivre(tarefa);
-        else
-            Proteger(m_portas.avisos, tarefa);
-    });
+    Operacao::QuandoLivre(this, [this, tarefa = std::move(tarefa)] { Proteger(m_portas.avisos, tarefa); });
 }
 
+// However many copies ask while something runs, one look at the book shows it all.
 void frmPrincipal::RecarregarLista()
 {
-    QuandoLivre([this] { m_lista->imgLstRcta_Click(); });
+    if (std::exchange(m_recargaPedida, true))
+        return;
+    QuandoLivre([this] {
+        m_recargaPedida = false;
+        m_lista->imgLstRcta_Click();
+    });
 }
 
 void frmPrincipal::AvisarDepois(const QString &texto)

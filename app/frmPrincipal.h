@@ -1,6 +1,7 @@
 #pragma once
 
 #include "backup/JanelaDoBackup.h"
+#include "base/Operacao.h"
 #include "browse/DetalheReceita.h"
 #include "packages/Exportacao.h"
 
@@ -10,6 +11,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 class Abridor;
 class Avisos;
@@ -109,8 +111,7 @@ private:
     void Minimizar();
     void Sair();
     void ConcluirRestauracao();
-    bool Ocupada() const;
-    /// Runs `tarefa` once no dialog, long operation or fill is under way.
+    /// Runs `tarefa` once nothing is under way, and reports what it throws.
     void QuandoLivre(std::function<void()> tarefa);
 
     bool ListaVisivel() const override;
@@ -145,7 +146,9 @@ private:
     std::unique_ptr<ClienteWeb> m_clienteWeb; ///< until the panel of the news takes it
     enum class Montagem { Moldura, EmAndamento, Completa };
     Montagem m_montagem = Montagem::Moldura;
+    std::optional<Operacao> m_partida{Operacao::Tipo::Partida}; ///< until the panels are made
     bool m_ativada = false;
+    bool m_recargaPedida = false;
     QPoint m_arrastadaEm; ///< where a drag took hold of the window
     bool m_arrastaSozinha = false;
 };

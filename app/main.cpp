@@ -6,6 +6,7 @@
 #include "app/frmPrincipal.h"
 #include "assets/Recursos.h"
 #include "base/AbridorQt.h"
+#include "base/Alcance.h"
 #include "base/AvisosQt.h"
 #include "base/EventosPendentes.h"
 #include "base/Fontes.h"
@@ -66,6 +67,7 @@ int main(int argc, char *argv[])
     if (traducao.load(":/traducoes/qtbase_pt_BR.qm"))
         QApplication::installTranslator(&traducao);
     AplicarAparencia(aplicacao);
+    const Alcance alcance;
     Separadores::Definir(Separadores::De(QLocale::system()));
 
     const QString pasta = PastaDoLivro(QApplication::applicationDirPath());

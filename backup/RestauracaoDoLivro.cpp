@@ -1,6 +1,6 @@
 #include "backup/RestauracaoDoLivro.h"
 
-#include "backup/EscritaSegura.h"
+#include "base/ArquivoSeguro.h"
 #include "store/Banco.h"
 #include "store/Figuras.h"
 
@@ -32,7 +32,7 @@ QString PadraoDasCopias()
 bool SincronizarArquivo(const QString &caminho)
 {
     QFile arquivo(caminho);
-    return arquivo.open(QIODevice::ReadWrite | QIODevice::ExistingOnly) && Sincronizar(arquivo);
+    return arquivo.open(QIODevice::ReadWrite | QIODevice::ExistingOnly) && Disco::Sincronizar(arquivo);
 }
 
 /// Puts behind the end of `novo` what the file it will replace holds from there on.
@@ -41,21 +41,22 @@ bool GuardarCauda(const QString &alvo, QFile &novo)
     const QFileInfo info(alvo);
     if (!info.isFile())
         return true;
-    novo.setPermissions(info.permissions()); // a file system without any is no failure
     if (info.size() <= novo.pos())
         return true;
     QFile antigo(alvo);
-    return antigo.open(QIODevice::ReadOnly) && antigo.seek(novo.pos()) && CopiarResto(antigo, novo);
+    return antigo.open(QIODevice::ReadOnly) && antigo.seek(novo.pos()) && Disco::CopiarResto(antigo, novo);
 }
 
 /// Makes `novo`, or overwrites its start when an earlier entry of the same name made it.
 Fim PrepararArquivo(QFile &arquivo, const ArquivoBackup::Entrada &entrada, const QString &alvo,
-                    const QString &caminho, const RecipienteEmFatias::Pausa &pausa)
+                    const QString &caminho, const QString &livro, const RecipienteEmFatias::Pausa &pausa)
 {
     const bool primeiro = !QFile::exists(caminho);
     QFile novo(caminho);
     if (!novo.open(QIODevice::ReadWrite | QIODevice::Unbuffered) || !arquivo.seek(entrada.posicao))
         return Fim::Falhou;
+    if (primeiro)
+        Disco::DarDireitos(novo, alvo, livro);
     std::vector<char> bloco(static_cast<std::size_t>(std::min(entrada.tamanho, kBloco)));
     for (qint64 falta = entrada.tamanho; falta > 0;) {
         const qint64 bytes = arquivo.read(bloco.data(), std::min(falta, kBloco));
@@ -67,7 +68,7 @@ Fim PrepararArquivo(QFile &arquivo, const ArquivoBackup::Entrada &entrada, const
     }
     if (primeiro && !GuardarCauda(alvo, novo))
         return Fim::Falhou;
-    IniciarGravacao(novo);
+    Disco::IniciarGravacao(novo);
     return Fim::Feito;
 }
 } // namespace
@@ -78,7 +79,8 @@ Fim RestauracaoDoLivro::Preparar(QFile &arquivo, const QList<ArquivoBackup::Entr
 {
     Descartar();
     const QString fotos = Preparo() + "/Fotos/";
-    if (!QDir().mkpath(fotos))
+    if (!Disco::FazerPasta(PastaDeTrabalho()) || !Disco::FazerPasta(Preparo()) ||
+        !Disco::FazerPasta(Preparo() + "/Fotos"))
         return Fim::Falhou;
     QStringList novos;
     QHash<QString, QString> nomes; // names that differ in letter case only are one picture
@@ -92,7 +94,8 @@ Fim RestauracaoDoLivro::Preparar(QFile &arquivo, const QList<ArquivoBackup::Entr
             alvo = m_figuras.Caminho(nome);
             novo = fotos + nome;
         }
-        if (const Fim fim = PrepararArquivo(arquivo, entrada, alvo, novo, pausa); fim != Fim::Feito)
+        if (const Fim fim = PrepararArquivo(arquivo, entrada, alvo, novo, m_banco.CaminhoDoLivro(), pausa);
+            fim != Fim::Feito)
             return fim;
         novos << novo;
         andamento(entrada);
@@ -103,8 +106,8 @@ Fim RestauracaoDoLivro::Preparar(QFile &arquivo, const QList<ArquivoBackup::Entr
         if (!pausa())
             return Fim::Interrompido;
     }
-    SincronizarPasta(fotos);
-    SincronizarPasta(Preparo());
+    Disco::SincronizarPasta(fotos);
+    Disco::SincronizarPasta(Preparo());
     return Fim::Feito;
 }
 
@@ -117,10 +120,15 @@ bool RestauracaoDoLivro::GuardarLivroAtual(const QDateTime &agora)
     QDateTime quando = agora;
     while (pasta.exists(NomeDaCopia(quando)))
         quando = quando.addSecs(1); // two restores within a second
-    EscritaSegura copia(pasta.filePath(NomeDaCopia(quando)));
-    if (!livro.open(QIODevice::ReadOnly) || !copia.Abrir() || !CopiarResto(livro, copia.Arquivo()) ||
-        !copia.Confirmar())
+    try {
+        ArquivoSeguro copia(pasta.filePath(NomeDaCopia(quando)), {.modelo = livro.fileName()});
+        copia.Abrir();
+        if (!livro.open(QIODevice::ReadOnly) || !Disco::CopiarResto(livro, copia.Arquivo()))
+            return false;
+        copia.Confirmar();
+    } catch (const Disco::ErroArquivo &) {
         return false;
+    }
     QStringList copias = pasta.entryList({PadraoDasCopias()}, QDir::Files, QDir::Name);
     while (copias.size() > kCopiasGuardadas)
         pasta.remove(copias.takeFirst()); // one that cannot be removed is tried again next time
@@ -129,15 +137,15 @@ bool RestauracaoDoLivro::GuardarLivroAtual(const QDateTime &agora)
 
 bool RestauracaoDoLivro::Decidir()
 {
-    if (!RenomearSobre(Preparo(), Pronto()))
+    if (!Disco::RenomearSobre(Preparo(), Pronto()))
         return false;
-    SincronizarPasta(PastaDeTrabalho());
+    Disco::SincronizarPasta(PastaDeTrabalho());
     return true;
 }
 
 bool RestauracaoDoLivro::Pendente() const
 {
-    return QFileInfo(Pronto()).isDir();
+    return Disco::EPasta(Pronto());
 }
 
 QString RestauracaoDoLivro::Aplicar()
@@ -148,7 +156,7 @@ QString RestauracaoDoLivro::Aplicar()
     if (QFile::exists(livro)) {
         // A journal of the old book would be rolled back into the new one, and the two would mix.
         m_banco.RemoverJournal();
-        if (!RenomearSobre(livro, m_banco.CaminhoDoLivro()))
+        if (!Disco::RenomearSobre(livro, m_banco.CaminhoDoLivro(), true))
             falhou = ArquivoBackup::kNomeDoLivro;
     }
     QDir().mkpath(fotos); // fails visibly below
@@ -156,21 +164,25 @@ QString RestauracaoDoLivro::Aplicar()
     for (const QString &nome : novas.entryList(QDir::Files | QDir::Hidden, QDir::Name)) {
         if (!falhou.isEmpty())
             break;
-        if (!RenomearSobre(novas.filePath(nome), m_figuras.Caminho(nome)))
+        if (!Disco::RenomearSobre(novas.filePath(nome), m_figuras.Caminho(nome)))
             falhou = nome;
     }
-    SincronizarPasta(fotos);
-    SincronizarPasta(QFileInfo(m_banco.CaminhoDoLivro()).absolutePath());
+    Disco::SincronizarPasta(fotos);
+    Disco::SincronizarPasta(QFileInfo(m_banco.CaminhoDoLivro()).absolutePath());
     Descartar(); // only now: until here a cut leaves the rest to be moved at the next start
     return falhou;
 }
 
 void RestauracaoDoLivro::Descartar()
 {
-    QDir(Preparo()).removeRecursively();
+    if (!Disco::EPasta(PastaDeTrabalho()))
+        return; // a link in its place leads to somebody else's
+    Disco::RemoverArvore(Preparo());
     // A decision is taken back in one step: cut off in the middle of removing, it must not look like one.
-    if (Pendente() && RenomearSobre(Pronto(), Preparo()))
-        QDir(Preparo()).removeRecursively();
+    if (Pendente() && Disco::RenomearSobre(Pronto(), Preparo()))
+        Disco::RemoverArvore(Preparo());
+    if (!Pendente())
+        Disco::RemoverArvore(Pronto()); // a link in its place
 }
 
 QString RestauracaoDoLivro::PastaDeTrabalho() const

@@ -1,11 +1,13 @@
 #include "backup/modBackup.h"
 
 #include "backup/EscalaDeProgresso.h"
-#include "backup/EscritaSegura.h"
 #include "backup/JanelaDoBackup.h"
 #include "backup/RestauracaoDoLivro.h"
+#include "base/ArquivoDeTrabalho.h"
+#include "base/ArquivoSeguro.h"
 #include "base/Avisos.h"
 #include "base/EventosPendentes.h"
+#include "base/Operacao.h"
 #include "base/OperacaoLonga.h"
 #include "base/Relogio.h"
 #include "base/SeletorArquivos.h"
@@ -20,7 +22,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QScopeGuard>
-#include <QScopedValueRollback>
 
 namespace
 {
@@ -64,9 +65,7 @@ modBackup::modBackup(const Banco &banco, const Figuras &figuras, Avisos &avisos,
 
 void modBackup::imgBackup_Click()
 {
-    if (m_ocupado)
-        return;
-    const QScopedValueRollback ocupado(m_ocupado, true);
+    const Operacao operacao(Operacao::Tipo::Backup);
     PedidoArquivo pedido;
     pedido.titulo = "Salvar Arquivo de Backup do Cozinhario 2005";
     pedido.filtro = kFiltro;
@@ -94,9 +93,7 @@ void modBackup::imgBackup_Click()
 
 void modBackup::imgRestore_Click()
 {
-    if (m_ocupado)
-        return;
-    const QScopedValueRollback ocupado(m_ocupado, true);
+    const Operacao operacao(Operacao::Tipo::Restauracao);
     m_telas.RestaurarBotoes();
     PedidoArquivo pedido;
     pedido.titulo = "Selecione o Arquivo de Backup do Cozinhario 2005";
@@ -141,10 +138,14 @@ void modBackup::ConcluirRestauracao()
     const QString falhou = restauracao.Pendente() ? restauracao.Aplicar() : QString();
     restauracao.Descartar();
     // What else a run that was cut off leaves; folders that hold anything of the user's stay.
-    QFile::remove(m_banco.Caminho("Restore\\~temp.rst"));
-    QDir().rmdir(m_banco.Caminho("Restore"));
-    QFile::remove(m_banco.Caminho("Backup\\~temp.bck"));
-    QDir().rmdir(m_banco.Caminho("Backup"));
+    for (const auto &[pasta, arquivo] :
+         {std::pair("Restore", "/~temp.rst"), std::pair("Backup", "/~temp.bck")}) {
+        const QString onde = m_banco.Caminho(pasta);
+        if (!Disco::EPasta(onde))
+            continue; // none, or a link to somebody else's
+        QFile::remove(onde + arquivo);
+        QDir().rmdir(onde);
+    }
     if (!falhou.isEmpty())
         m_avisos.Avisar("Impossível Restaurar o Arquivo " + falhou +
                             "!\r\nOs Arquivos Seguintes não foram Restaurados.",
@@ -161,22 +162,25 @@ Fim modBackup::Salvar(const QString &destino)
 {
     OperacaoLonga operacao(m_painel, "Realizando Backup do Sistema...", kMaximoInicial);
     const QString pasta = m_banco.Caminho("Backup");
-    QDir().mkdir(pasta); // it may exist
-    QFile arquivo(pasta + "/~temp.bck");
+    if (!Disco::FazerPasta(pasta)) // a link in its place leads to somebody else's
+        return Fim::Falhou;
+    ArquivoDeTrabalho trabalho(pasta + "/~temp.bck");
     const auto limpar = qScopeGuard([&] {
-        arquivo.remove();
+        trabalho.Remover();
         QDir().rmdir(pasta); // stays when it holds files of the user's
     });
-    if (!arquivo.open(QIODevice::ReadWrite | QIODevice::Truncate | QIODevice::Unbuffered))
-        return Fim::Falhou;
-    // Neither the book nor the work file can be the place of its own copy.
-    const QString alvo = QFileInfo(destino).canonicalFilePath();
     Fim fim = Fim::Falhou;
-    if (alvo.isEmpty() || (alvo != QFileInfo(m_banco.CaminhoDoLivro()).canonicalFilePath() &&
-                           alvo != QFileInfo(arquivo).canonicalFilePath())) {
-        fim = EscreverArquivo(arquivo, operacao);
-        if (fim == Fim::Feito)
-            fim = CompactarPara(arquivo, destino);
+    try {
+        trabalho.Abrir();
+        // Neither the book nor the work file can be the place of its own copy.
+        if (!Disco::MesmoArquivo(destino, m_banco.CaminhoDoLivro()) &&
+            !Disco::MesmoArquivo(destino, trabalho.Caminho())) {
+            fim = EscreverArquivo(trabalho.Arquivo(), operacao);
+            if (fim == Fim::Feito)
+                fim = CompactarPara(trabalho.Arquivo(), destino);
+        }
+    } catch (const Disco::ErroArquivo &) {
+        fim = Fim::Falhou;
     }
     operacao.DefinirValor(operacao.Maximo());
     return fim;
@@ -200,16 +204,20 @@ Fim modBackup::EscreverArquivo(QFile &arquivo, OperacaoLonga &operacao)
     return Fim::Feito;
 }
 
-/// A backup that restores: unpacked again and compared before it takes an earlier one's place.
+/// A backup that restores: unpacked again and compared before it takes an earlier one's place. Throws
+/// ErroArquivo.
 Fim modBackup::CompactarPara(QFile &arquivo, const QString &destino)
 {
-    EscritaSegura copia(destino);
-    if (!copia.Abrir())
-        return Fim::Falhou;
+    // What a killed backup left there, under this name and under that of earlier versions.
+    const QFileInfo lugar(destino);
+    ArquivoSeguro::RemoverSobras(lugar.path());
+    QFile::remove(lugar.path() + "/~" + lugar.fileName() + ".tmp");
+    ArquivoSeguro copia(destino, {.modelo = m_banco.CaminhoDoLivro(), .seguirLink = true});
+    copia.Abrir();
     int fatias = 0;
     const auto respirarGravando = [&] {
         if (++fatias % kFatiasPorGravacao == 0)
-            IniciarGravacao(copia.Arquivo());
+            Disco::IniciarGravacao(copia.Arquivo());
         return Respirar();
     };
     quint32 soma = 0;
@@ -220,18 +228,21 @@ Fim modBackup::CompactarPara(QFile &arquivo, const QString &destino)
     if (const Fim fim = FimDe(RecipienteEmFatias::Conferir(copia.Arquivo(), arquivo, soma, Respirar));
         fim != Fim::Feito)
         return fim;
-    return copia.Confirmar() ? Fim::Feito : Fim::Falhou;
+    copia.Confirmar();
+    return Fim::Feito;
 }
 
 modBackup::Desfecho modBackup::Restaurar(const QString &origem)
 {
     const QString pasta = m_banco.Caminho("Restore");
-    QDir().mkdir(pasta);                    // it may exist
-    QDir().mkdir(m_banco.Caminho("Fotos")); // the same
-    QFile arquivo(pasta + "/~temp.rst");
+    if (!Disco::FazerPasta(pasta)) // a link in its place leads to somebody else's
+        return Desfecho::NadaAlterado;
+    QDir().mkdir(m_banco.Caminho("Fotos")); // it may exist
+    ArquivoDeTrabalho trabalho(pasta + "/~temp.rst");
+    QFile &arquivo = trabalho.Arquivo();
     const auto limpar = qScopeGuard([&] {
         RestauracaoDoLivro(m_banco, m_figuras).Descartar();
-        arquivo.remove();
+        trabalho.Remover();
         QDir().rmdir(pasta); // stays when it holds files of the user's
     });
 
@@ -239,11 +250,14 @@ modBackup::Desfecho modBackup::Restaurar(const QString &origem)
     {
         const EsperaLonga espera;
         QFile recipiente(origem);
-        if (!QFileInfo(origem).isFile() || QFileInfo(origem) == QFileInfo(arquivo) ||
+        if (!QFileInfo(origem).isFile() || Disco::MesmoArquivo(origem, trabalho.Caminho()) ||
             !recipiente.open(QIODevice::ReadOnly))
             return Desfecho::Invalido;
-        if (!arquivo.open(QIODevice::ReadWrite | QIODevice::Truncate | QIODevice::Unbuffered))
+        try {
+            trabalho.Abrir();
+        } catch (const Disco::ErroArquivo &) {
             return Desfecho::NadaAlterado;
+        }
         switch (RecipienteEmFatias::Descompactar(recipiente, arquivo, Respirar)) {
         case Recipiente::kSucesso:
             break;

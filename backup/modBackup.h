@@ -61,5 +61,4 @@ private:
     const Relogio &m_relogio;
     JanelaDoBackup &m_janela;
     QString m_arquivoQueFalhou;
-    bool m_ocupado = false;
 };

@@ -23,7 +23,6 @@ constexpr int kSorteadas = 16; ///< hexadecimal digits
 constexpr int kTentativas = 100;
 constexpr time_t kUmDia = 24 * 60 * 60;
 constexpr mode_t kDoDono = S_IRUSR | S_IWUSR;
-constexpr mode_t kDeTodos = 0777;
 
 QByteArray PastaDe(const QByteArray &caminho)
 {
@@ -132,40 +131,11 @@ void ArquivoSeguro::Escrever(QByteArrayView bytes)
         Falhar(errno);
 }
 
-/// The rights of the file that is replaced. Where rights, groups or owners cannot be set, those of a new file
-/// stay: they are never wider.
-void ArquivoSeguro::DarDireitos()
-{
-    const std::optional<struct stat> anterior = Ver(m_destino, false);
-    std::optional<struct stat> modelo;
-    if (!m_opcoes.modelo.isEmpty())
-        modelo = Ver(QFile::encodeName(m_opcoes.modelo), true);
-    const bool substitui = anterior && S_ISREG(anterior->st_mode);
-    struct stat nova = {};
-    if ((!substitui && !modelo) || ::fstat(m_arquivo.handle(), &nova) != 0)
-        return;
-
-    const struct stat &de = substitui ? *anterior : *modelo;
-    if (de.st_gid != nova.st_gid || de.st_uid != nova.st_uid) {
-        const uid_t dono = ::geteuid() == 0 ? de.st_uid : static_cast<uid_t>(-1);
-        if (::fchown(m_arquivo.handle(), dono, de.st_gid) == 0)
-            nova.st_gid = de.st_gid;
-    }
-    mode_t modo = substitui ? de.st_mode & kDeTodos : nova.st_mode & kDeTodos;
-    if (modelo)
-        modo &= modelo->st_mode;
-    if (de.st_gid != nova.st_gid) // another group: it gets what everybody has
-        modo &= ~static_cast<mode_t>(S_IRWXG) | ((modo & S_IRWXO) << 3U);
-    modo |= kDoDono;
-    if (modo != (nova.st_mode & kDeTodos))
-        ::fchmod(m_arquivo.handle(), modo);
-}
-
 void ArquivoSeguro::LevarAoDisco()
 {
     if (m_trabalho.isEmpty())
         Falhar(EBADF);
-    DarDireitos();
+    Disco::DarDireitos(m_arquivo, QFile::decodeName(m_destino), m_opcoes.modelo);
     errno = 0;
     if (!Disco::Sincronizar(m_arquivo))
         Falhar(errno);

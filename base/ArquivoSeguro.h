@@ -11,7 +11,7 @@
 struct OpcoesDeEscrita {
     /// A file that tells who may read: what it does not allow the new file does not allow either. The book's
     /// path, for whatever is made of the book.
-    QString modelo;
+    QString modelo = {};
     /// Where the destination is a link: replace what it leads to. Only for a name that the cook chose
     /// herself; else the link is replaced, never followed.
     bool seguirLink = false;
@@ -64,7 +64,6 @@ public:
 
 private:
     [[noreturn]] void Falhar(int codigo) const;
-    void DarDireitos();
     void LevarAoDisco();
     void Tomou(const QByteArray &destino);
 

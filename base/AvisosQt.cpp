@@ -1,5 +1,6 @@
 #include "base/AvisosQt.h"
 
+#include "base/Operacao.h"
 #include "base/Texto.h"
 
 #include <QApplication>
@@ -74,6 +75,7 @@ void AvisosQt::Avisar(const QString &texto, Icone icone)
     caixa.setIcon(IconeQt(icone));
     caixa.setStandardButtons(QMessageBox::Ok);
     caixa.button(QMessageBox::Ok)->setText("OK");
+    const Operacao operacao(Operacao::Tipo::Dialogo);
     caixa.exec();
 }
 
@@ -92,6 +94,7 @@ Avisos::Resposta AvisosQt::PerguntarComSaida(const QString &texto)
     caixa.button(QMessageBox::No)->setText("&Não");
     caixa.setDefaultButton(QMessageBox::No);
     caixa.setEscapeButton(QMessageBox::No);
+    const Operacao operacao(Operacao::Tipo::Dialogo);
     if (caixa.exec() == QMessageBox::Yes)
         return Resposta::Sim;
     return caixa.FechadaSemResposta() ? Resposta::Nenhuma : Resposta::Nao;

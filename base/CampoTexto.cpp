@@ -1,12 +1,12 @@
 #include "base/CampoTexto.h"
 
 #include "base/FiltrarTecla.h"
+#include "base/ModeloDeItens.h"
 #include "base/Texto.h"
 
 #include <QAbstractItemView>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
-#include <QStringListModel>
 
 namespace
 {
@@ -118,9 +118,10 @@ ComboTexto::ComboTexto(const QString &nome, QWidget *parent)
 
 ComboTexto::ComboTexto(const QString &nome, CampoTexto *campo, QWidget *parent)
     : QComboBox(parent)
+    , m_itens(new ModeloDeItens(this))
 {
     setObjectName(nome);
-    setModel(new QStringListModel(this));
+    setModel(m_itens);
     setEditable(true);
     setLineEdit(campo);
     setCompleter(nullptr);
@@ -132,25 +133,29 @@ ComboTexto::ComboTexto(const QString &nome, CampoTexto *campo, QWidget *parent)
 
 void ComboTexto::DefinirItens(const QStringList &itens)
 {
-    const QString texto = currentText();
-    const QSignalBlocker quieto(this);
-    static_cast<QStringListModel *>(model())->setStringList(itens);
-    setCurrentIndex(-1);
-    setEditText(texto);
+    DefinirFonte(std::make_shared<FonteDeTextos>(itens));
+}
+
+void ComboTexto::DefinirFonte(std::shared_ptr<FonteDeItens> fonte, bool comVazio)
+{
+    m_itens->Trocar(std::move(fonte), comVazio);
 }
 
 QStringList ComboTexto::Itens() const
 {
-    return static_cast<QStringListModel *>(model())->stringList();
+    QStringList itens;
+    const int quantos = count();
+    itens.reserve(quantos);
+    for (int i = 0; i < quantos; ++i)
+        itens += itemText(i);
+    return itens;
 }
 
 void ComboTexto::AdicionarItem(const QString &item)
 {
     const QString texto = currentText();
     const int escolhido = currentIndex();
-    const int ultima = count();
-    model()->insertRow(ultima);
-    model()->setData(model()->index(ultima, 0), item);
+    m_itens->Acrescentar(item);
     if (escolhido < 0 && currentIndex() >= 0)
         setCurrentIndex(-1); // a first item would be chosen by itself
     setEditText(texto);
@@ -167,10 +172,29 @@ void ComboTexto::DefinirTexto(const QString &texto)
     setEditText(texto);
 }
 
+int ComboTexto::Procurar(QStringView prefixo) const
+{
+    return m_itens->Procurar(prefixo);
+}
+
+// Qt counts the rows to find out whether one has an icon; none has.
+QSize ComboTexto::sizeHint() const
+{
+    m_itens->DefinirSemEsperar(true);
+    const QSize tamanho = QComboBox::sizeHint();
+    m_itens->DefinirSemEsperar(false);
+    return tamanho;
+}
+
+QSize ComboTexto::minimumSizeHint() const
+{
+    m_itens->DefinirSemEsperar(true);
+    const QSize tamanho = QComboBox::minimumSizeHint();
+    m_itens->DefinirSemEsperar(false);
+    return tamanho;
+}
+
 bool LocalizarValorCombo(const ComboTexto &combo, const QString &valor)
 {
-    const QString procurado = valor.toUpper();
-    const QStringList itens = combo.Itens();
-    return std::any_of(itens.begin(), itens.end(),
-                       [&procurado](const QString &item) { return item.toUpper() == procurado; });
+    return combo.m_itens->Contem(valor);
 }

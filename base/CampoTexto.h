@@ -4,6 +4,10 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 
+#include <memory>
+
+class FonteDeItens;
+class ModeloDeItens;
 class QKeyEvent;
 
 /**
@@ -60,12 +64,23 @@ public:
 
     /// Replaces the whole list; the text stays as it is.
     void DefinirItens(const QStringList &itens);
+    /// The same with texts that may still be on their way; `comVazio` puts an empty one before them.
+    void DefinirFonte(std::shared_ptr<FonteDeItens> fonte, bool comVazio = false);
     QStringList Itens() const;
     void AdicionarItem(const QString &item);
     /// Whether the text is that of the item chosen in the list (typing takes the choice away).
     bool ItemSelecionado() const;
     /// Text without choosing an item.
     void DefinirTexto(const QString &texto);
+    /// The first item that begins so, as FonteDeItens looks for it; -1 for none.
+    int Procurar(QStringView prefixo) const;
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+private:
+    friend bool LocalizarValorCombo(const ComboTexto &combo, const QString &valor);
+    ModeloDeItens *m_itens;
 };
 
 /// Whether `valor` already is an item of the combo's list, both compared in upper case.

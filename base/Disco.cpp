@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <csignal>
 #include <filesystem>
+#include <optional>
 
 #include <fcntl.h>
 #include <stdio.h>
@@ -21,6 +22,17 @@ constexpr qint64 kBloco = 1024 * 1024;
 bool NaoSeAplica(int codigo)
 {
     return codigo == EINVAL || codigo == ENOSYS || codigo == EOPNOTSUPP;
+}
+
+constexpr mode_t kDoDono = S_IRUSR | S_IWUSR;
+constexpr mode_t kDeTodos = 0777;
+
+std::optional<struct stat> Ver(const QString &caminho, bool seguir)
+{
+    struct stat dados = {};
+    const QByteArray nome = QFile::encodeName(caminho);
+    const int rc = seguir ? ::stat(nome.constData(), &dados) : ::lstat(nome.constData(), &dados);
+    return rc == 0 && S_ISREG(dados.st_mode) ? std::optional(dados) : std::nullopt;
 }
 
 int Fsync(int arquivo)
@@ -65,6 +77,30 @@ void Disco::SincronizarPasta(const QString &pasta)
         return; // a folder that may be written but not read
     Fsync(fd);
     ::close(fd);
+}
+
+void Disco::DarDireitos(QFile &arquivo, const QString &anterior, const QString &modelo)
+{
+    const std::optional<struct stat> substituido = anterior.isEmpty() ? std::nullopt : Ver(anterior, false);
+    const std::optional<struct stat> limite = modelo.isEmpty() ? std::nullopt : Ver(modelo, true);
+    struct stat novo = {};
+    if ((!substituido && !limite) || ::fstat(arquivo.handle(), &novo) != 0)
+        return;
+
+    const struct stat &de = substituido ? *substituido : *limite;
+    if (de.st_gid != novo.st_gid || de.st_uid != novo.st_uid) {
+        const uid_t dono = ::geteuid() == 0 ? de.st_uid : static_cast<uid_t>(-1);
+        if (::fchown(arquivo.handle(), dono, de.st_gid) == 0)
+            novo.st_gid = de.st_gid;
+    }
+    mode_t modo = (substituido ? de.st_mode : novo.st_mode) & kDeTodos;
+    if (limite)
+        modo &= limite->st_mode;
+    if (de.st_gid != novo.st_gid) // another group: it gets what everybody has
+        modo &= ~static_cast<mode_t>(S_IRWXG) | ((modo & S_IRWXO) << 3U);
+    modo |= kDoDono;
+    if (modo != (novo.st_mode & kDeTodos))
+        ::fchmod(arquivo.handle(), modo);
 }
 
 bool Disco::CopiarResto(QFile &origem, QFile &destino)

@@ -37,6 +37,9 @@ bool Sincronizar(QFile &arquivo);
 /// Waits until the folder's entries (new names, renames) are on the disk. What was renamed is in its place
 /// whatever this says, so a failure is none of the caller's.
 void SincronizarPasta(const QString &pasta);
+/// Gives the new file the rights, group and owner of `anterior`, which it will replace, and never more than
+/// `modelo` allows; either may be missing. Where they cannot be given those of a new file stay.
+void DarDireitos(QFile &arquivo, const QString &anterior, const QString &modelo);
 /// Copies the rest of `origem` from its position to the position of `destino`.
 bool CopiarResto(QFile &origem, QFile &destino);
 /// Puts one file or folder in the place of another. Between file systems a file is copied beside its target

@@ -1,6 +1,7 @@
 #include "base/EventosPendentes.h"
 
 #include <QCoreApplication>
+#include <QEvent>
 #include <QEventLoop>
 
 namespace
@@ -16,9 +17,12 @@ void DeixarEventosRodarem()
 
 void MostrarMudancas()
 {
-    if (QCoreApplication::instance())
-        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents |
-                                        QEventLoop::ExcludeSocketNotifiers);
+    if (!QCoreApplication::instance())
+        return;
+    // Not processEvents() with input excluded: that lets timers and queued calls in, and the platform's input
+    // that it puts aside is forgotten until the next event wakes the program up.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::UpdateRequest);
 }
 
 bool Encerrando()

@@ -3,8 +3,9 @@
 /// Lets every pending window event run, the user's included: between the steps of a long loop.
 void DeixarEventosRodarem();
 
-/// Lets painting and the pointer's change happen, but holds the user's input back.
-/// Used around a single database operation, whose caller must not be re-entered.
+/// Lets the pointer's change and what is waiting to be painted be seen, and nothing else: no input, no timer
+/// and no other waiting event gets through, and all of them come later in their order. Used around a single
+/// database operation, whose caller must not be re-entered.
 void MostrarMudancas();
 
 /// True once the user has asked the program to end; long loops look at it and stop at once.

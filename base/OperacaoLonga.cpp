@@ -38,4 +38,5 @@ void OperacaoLonga::Encerrar()
     m_aberta = false;
     m_painel.Esconder();
     m_espera.Encerrar();
+    m_operacao.Encerrar();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Operacao.h"
 #include "base/Ponteiro.h"
 
 #include <QString>
@@ -29,6 +30,7 @@ public:
 
 private:
     PainelMensagem &m_painel;
+    Operacao m_operacao{Operacao::Tipo::Longa};
     EsperaLonga m_espera;
     int m_valor = 0;
     int m_maximo = 0;

@@ -1,6 +1,7 @@
 #include "base/Painel.h"
 
 #include "base/EventosPendentes.h"
+#include "base/Operacao.h"
 #include "base/Twips.h"
 
 #include <QDeadlineTimer>
@@ -38,6 +39,7 @@ void Painel::DefinirRitmo(int milissegundos)
 void Painel::DefinirAltura(int twips)
 {
     ++m_rolagem;
+    m_alvo = 0;
     m_altura = twips;
     Redimensionar(this, twips);
 }
@@ -48,10 +50,17 @@ void Painel::DefinirLugar(int left, int top, int width, int height)
     DefinirAltura(height);
 }
 
+QSize Painel::TamanhoAberto() const
+{
+    return {width(), TwipsParaPixels(std::max(m_altura, m_alvo))};
+}
+
 bool Painel::Rolar(int alturaFinal)
 {
+    const Operacao operacao(Operacao::Tipo::Rolagem);
     const QPointer<Painel> vivo(this);
     const int minha = ++m_rolagem;
+    m_alvo = alturaFinal;
     QElapsedTimer relogio;
     relogio.start();
     int passos = 0;

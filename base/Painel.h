@@ -19,6 +19,8 @@ public:
     explicit Painel(const QString &nome, QWidget *parent = nullptr);
 
     int Altura() const { return m_altura; }
+    /// The size in pixels; while the panel rolls open, the one it will have in the end.
+    QSize TamanhoAberto() const;
     void DefinirAltura(int twips);
     /// Left, top, width and height in twips.
     void DefinirLugar(int left, int top, int width, int height);
@@ -40,5 +42,6 @@ protected:
 
 private:
     int m_altura = 0;
+    int m_alvo = 0;    ///< height that a roll goes to; 0: none under way
     int m_rolagem = 0; ///< counts the times the height was set from outside a roll, to notice a newer wish
 };

@@ -1,5 +1,7 @@
 #include "base/SeletorArquivosQt.h"
 
+#include "base/Operacao.h"
+
 #include <QFileDialog>
 #include <QHeaderView>
 #include <QTreeView>
@@ -53,6 +55,7 @@ QString SeletorArquivosQt::Escolher(const PedidoArquivo &pedido, bool salvar)
     if (!pedido.nome.isEmpty())
         dialogo.selectFile(pedido.nome);
     AlargarColunas(dialogo);
+    const Operacao operacao(Operacao::Tipo::Dialogo);
     if (dialogo.exec() != QDialog::Accepted)
         return {};
     return dialogo.selectedFiles().value(0);

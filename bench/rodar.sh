@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Measures everything and writes the table into bench/README.md.
-#   bench/rodar.sh                 builds the release in build-release/ and runs every bench
+#   bench/rodar.sh                 builds the release in build-medir/ and runs every bench
 #   bench/rodar.sh --grande        the book of 250 000 recipes as well (some minutes and 1 GB more)
 #   PASTA=/tmp/b bench/rodar.sh    takes the benches that are built in another folder
 set -euo pipefail
@@ -16,9 +16,9 @@ if [[ "${1:-}" == "--grande" ]]; then
 fi
 
 if [[ -z "${PASTA:-}" ]]; then
-    PASTA=build-release
+    PASTA=build-medir
     instalar_pacotes "${PACOTES_PROGRAMA[@]}" "${PACOTES_TELA_VIRTUAL[@]}" libbenchmark-dev python3
-    construir "$PASTA" release cozinhario bench_store bench_partida bench_browse bench_packages bench_print \
+    construir "$PASTA" medir cozinhario bench_store bench_partida bench_browse bench_packages bench_print \
         bench_backup bench_access
 fi
 

@@ -1,10 +1,10 @@
 #include "browse/PainelCartao.h"
 
+#include "base/Alcance.h"
+#include "base/Comando.h"
 #include "base/EventosPendentes.h"
-#include "base/Foco.h"
 #include "base/Fontes.h"
 #include "base/Painel.h"
-#include "base/Protegido.h"
 #include "base/Telas.h"
 #include "base/Twips.h"
 #include "browse/CanvasCartao.h"
@@ -82,7 +82,7 @@ PainelCartao::PainelCartao(const Banco &banco, Avisos &avisos, Telas &telas, Det
 
     connect(m_vScrlPic, &QScrollBar::valueChanged, this, &PainelCartao::MoverCanvas);
     connect(m_cmdAlterarReceita, &QPushButton::clicked, this,
-            Protegido(m_avisos, [this] { cmdAlterarReceita_Click(); }));
+            Comando(m_avisos, m_cmdAlterarReceita, [this] { cmdAlterarReceita_Click(); }));
     m_picDetReceita.installEventFilter(this);
     Dispor(6540);
     hide();
@@ -199,7 +199,7 @@ void PainelCartao::paintEvent(QPaintEvent *)
 // The Tab key leaves the editor's controls out, which lie covered by the card.
 bool PainelCartao::focusNextPrevChild(bool next)
 {
-    return MoverFoco(*this, next);
+    return Alcance::MoverFoco(*this, next);
 }
 
 // The canvas has the focus once the card has moved: the keys that move the bar move the card from there too.

@@ -1,10 +1,11 @@
 #include "browse/PainelLista.h"
 
+#include "base/Alcance.h"
+#include "base/Comando.h"
 #include "base/EventosPendentes.h"
 #include "base/OperacaoLonga.h"
 #include "base/PainelMensagem.h"
 #include "base/Ponteiro.h"
-#include "base/Protegido.h"
 #include "base/Telas.h"
 #include "browse/DetalheReceita.h"
 #include "browse/ExcluirReceita.h"
@@ -23,7 +24,7 @@
 #include <QLabel>
 #include <QMenu>
 #include <QPointer>
-#include <QScopedValueRollback>
+#include <QScopeGuard>
 
 namespace
 {
@@ -48,12 +49,15 @@ PainelLista::PainelLista(const PortasLista &portas, QWidget *parent)
     CriarImagens();
     MostrarOrdem();
 
-    const auto ligar = [this](auto sinal, auto metodo) {
-        connect(m_lstVwReceitas, sinal, this,
-                Protegido(m_portas.avisos, [this, metodo] { (this->*metodo)(); }));
-    };
-    ligar(&ListaReceitas::abrirPedido, &PainelLista::AbrirPrimeiraSelecionada);
-    ligar(&ListaReceitas::excluirPedido, &PainelLista::ExcluirSelecionadas);
+    // What was selected when the key was pressed counts, even if it has to wait for the end of a roll.
+    connect(m_lstVwReceitas, &ListaReceitas::abrirPedido, this, [this] {
+        if (const QList<qint64> receitas = ReceitasSelecionadas(); !receitas.isEmpty())
+            Comandar(m_portas.avisos, m_lstVwReceitas, [=, this] { ConsultarReceita(receitas.first()); });
+    });
+    connect(m_lstVwReceitas, &ListaReceitas::excluirPedido, this, [this] {
+        if (const QList<qint64> receitas = ReceitasSelecionadas(); !receitas.isEmpty())
+            Comandar(m_portas.avisos, m_lstVwReceitas, [=, this] { Excluir(receitas); });
+    });
     connect(m_lstVwReceitas, &ListaReceitas::menuPedido, this, &PainelLista::AbrirMenu);
     connect(m_lstVwReceitas, &ListaReceitas::sobrevoada, this, [this] { m_portas.telas.RestaurarBotoes(); });
     connect(m_lstVwReceitas->header(), &QHeaderView::sectionClicked, this, &PainelLista::OrdenarPor);
@@ -72,10 +76,10 @@ void PainelLista::CriarImagens()
 void PainelLista::LigarMenu()
 {
     const auto ligar = [this](QAction *item, auto acao) {
-        connect(item, &QAction::triggered, this, Protegido(m_portas.avisos, [this, acao] {
-                    if (const qint64 receita = ReceitaAtual())
-                        acao(receita);
-                }));
+        connect(item, &QAction::triggered, this, [this, acao] {
+            if (const qint64 receita = ReceitaAtual())
+                Comandar(m_portas.avisos, m_lstVwReceitas, [=] { acao(receita); });
+        });
     };
     ligar(m_menu->mnuConsultarReceita, [this](qint64 receita) { ConsultarReceita(receita); });
     ligar(m_menu->mnuAlterarReceita, [this](qint64 receita) { AlterarReceita(receita); });
@@ -99,32 +103,29 @@ void PainelLista::imgLstRcta_Click()
 {
     if (m_blnCarregandoLista)
         return;
-    {
-        const QScopedValueRollback carregando(m_blnCarregandoLista, true);
-        const QPointer<PainelLista> vivo(this);
-        m_portas.telas.RestaurarBotoes();
-        if (!isVisibleTo(parentWidget()))
-            DefinirAltura(kRecolhido);
-        m_portas.telas.AbrirTela("ListaReceitas");
-        Preencher();
-        if (Encerrando())
+    const Operacao operacao(Operacao::Tipo::Preenchimento);
+    const QPointer<PainelLista> vivo(this);
+    m_blnCarregandoLista = true;
+    const auto carregada = qScopeGuard([&vivo] {
+        if (PainelLista *painel = vivo)
+            painel->m_blnCarregandoLista = false;
+    });
+    m_portas.telas.RestaurarBotoes();
+    if (!isVisibleTo(parentWidget()))
+        DefinirAltura(kRecolhido);
+    m_portas.telas.AbrirTela("ListaReceitas");
+    Preencher();
+    if (!vivo || Encerrando())
+        return;
+    if (Altura() == kRecolhido) {
+        Rolar(m_portas.telas.AlturaDeTrabalho());
+        if (!vivo || Encerrando())
             return;
-        if (Altura() == kRecolhido) {
-            Rolar(m_portas.telas.AlturaDeTrabalho());
-            if (!vivo || Encerrando())
-                return;
-        } else {
-            DefinirAltura(m_portas.telas.AlturaDeTrabalho());
-        }
-        // The user may have gone on to another view while the panel was rolling.
-        if (m_portas.telas.TelaAtual() == "Listagem")
-            m_lstVwReceitas->setFocus();
+    } else {
+        DefinirAltura(m_portas.telas.AlturaDeTrabalho());
     }
-    // What the user asked for while the list was being filled.
-    if (!m_strSQLLista.isEmpty())
-        imgLstRcta_Click();
-    if (std::exchange(m_excluirDepois, false))
-        ExcluirSelecionadas();
+    if (!Alcance::Encoberto(*m_lstVwReceitas))
+        m_lstVwReceitas->setFocus();
 }
 
 void PainelLista::Preencher()
@@ -198,13 +199,6 @@ void PainelLista::MostrarOrdem()
     cabecalho->setSortIndicator(m_chave, Qt::AscendingOrder);
 }
 
-void PainelLista::AbrirPrimeiraSelecionada()
-{
-    const QList<int> linhas = m_lstVwReceitas->LinhasSelecionadas();
-    if (!linhas.isEmpty())
-        ConsultarReceita(m_modelo->Linhas().Receita(linhas.first()));
-}
-
 void PainelLista::ConsultarReceita(qint64 lngReceita)
 {
     m_portas.detalhe.EsquecerLinhaEmEdicao();
@@ -218,18 +212,9 @@ void PainelLista::AlterarReceita(qint64 lngReceita)
     m_portas.detalhe.CarregarDetalheReceita(lngReceita, false);
 }
 
-void PainelLista::ExcluirSelecionadas()
+void PainelLista::Excluir(const QList<qint64> &receitas)
 {
-    if (m_excluindo)
-        return;
-    if (m_blnCarregandoLista) { // the fill would bring the deleted rows back
-        m_excluirDepois = true;
-        return;
-    }
-    const QList<qint64> receitas = ReceitasSelecionadas();
-    if (receitas.isEmpty())
-        return;
-    const QScopedValueRollback excluindo(m_excluindo, true);
+    const Operacao operacao(Operacao::Tipo::Exclusao);
     if (!m_portas.avisos.Perguntar(receitas.size() == 1 ? "Confirma Exclusão da Receita?"
                                                         : "Confirma Exclusão das Receitas?"))
         return;
@@ -263,9 +248,7 @@ void PainelLista::ExcluirVarias(const QList<qint64> &receitas)
 
 void PainelLista::ExcluirPeloMenu(qint64 lngReceita)
 {
-    if (m_excluindo)
-        return;
-    const QScopedValueRollback excluindo(m_excluindo, true);
+    const Operacao operacao(Operacao::Tipo::Exclusao);
     if (!m_portas.avisos.Perguntar("Confirma Exclusão da Receita?"))
         return;
     ExcluirReceita(m_portas.banco, lngReceita);

@@ -68,10 +68,9 @@ private:
     void Preencher();
     void OrdenarPor(int coluna);
     void MostrarOrdem();
-    void AbrirPrimeiraSelecionada();
     void ConsultarReceita(qint64 lngReceita);
     void AlterarReceita(qint64 lngReceita);
-    void ExcluirSelecionadas();
+    void Excluir(const QList<qint64> &receitas);
     void ExcluirVarias(const QList<qint64> &receitas);
     void ExcluirPeloMenu(qint64 lngReceita);
     void AbrirMenu(const QPoint &global);
@@ -87,6 +86,4 @@ private:
     qint64 m_lngLimiteCalorias = 0;
     bool m_blnCarregandoLista = false;
     int m_chave = -1; ///< column that the list is sorted by; -1: as the query gives it
-    bool m_excluindo = false;
-    bool m_excluirDepois = false; ///< the Delete key came while the list was being filled
 };

@@ -2,13 +2,16 @@
 
 #include "base/Avisos.h"
 #include "base/CampoTexto.h"
+#include "base/Comando.h"
 #include "base/Fontes.h"
-#include "base/Protegido.h"
 #include "base/Telas.h"
 #include "base/Twips.h"
 #include "browse/Criterios.h"
+#include "browse/LinhasLista.h"
 #include "browse/PainelLista.h"
 #include "store/Banco.h"
+#include "store/ErroBanco.h"
+#include "store/EscolhasDoLivro.h"
 
 #include <QCheckBox>
 #include <QGridLayout>
@@ -48,7 +51,8 @@ PainelPesquisa::PainelPesquisa(const Banco &banco, Avisos &avisos, Telas &telas,
     Dispor();
     DefinirLugar(0, 0, kLargura, kAltura);
     setFocusProxy(m_txtPesNome);
-    connect(m_cmdPesquisa, &QPushButton::clicked, this, Protegido(m_avisos, [this] { cmdPesquisa_Click(); }));
+    connect(m_cmdPesquisa, &QPushButton::clicked, this,
+            Comando(m_avisos, m_cmdPesquisa, [this] { cmdPesquisa_Click(); }));
 }
 
 void PainelPesquisa::CriarCampos()
@@ -163,12 +167,10 @@ void PainelPesquisa::PreencherListas()
 
 void PainelPesquisa::RecarregarCombo(ComboTexto *combo, const QString &sql)
 {
-    const RecordSet rs = m_banco.AbrirRecordset(sql);
-    QStringList itens{QString()};
-    itens.reserve(rs.RecordCount() + 1);
-    for (int linha = 0; linha < rs.RecordCount(); ++linha)
-        itens.append(rs.TextoEm(linha, 0));
-    combo->DefinirItens(itens);
+    const auto aoFalhar = [this](const ErroBanco &erro) {
+        m_avisos.Avisar(erro.Mensagem(), Avisos::Icone::Parada);
+    };
+    combo->DefinirFonte(std::make_shared<EscolhasDoLivro>(m_banco, sql, aoFalhar), true);
 }
 
 Comandos::Pesquisa PainelPesquisa::Criterios() const
@@ -196,7 +198,8 @@ void PainelPesquisa::cmdPesquisa_Click()
     m_lista.DefinirLimite(LimiteCalorias(criterios));
     const QString strSQL = Comandos::SqlPesquisa(criterios);
     // The list runs the same statement again: this run only counts, before the list's own check of calories.
-    const RecordSet rs = m_banco.AbrirRecordset(strSQL, {"id_receitas"});
+    // Its rows are kept for that.
+    const RecordSet rs = m_banco.AbrirRecordset(strSQL, LinhasLista::CamposLidos(), Banco::Guardar::Sim);
     if (rs.RecordCount() == 0) {
         // The limit stays set, on purpose: the next fill of the list applies it.
         m_avisos.Avisar("Nenhuma Receita Encontrada com esse(s) Valore(s)!", Avisos::Icone::Parada);

@@ -34,4 +34,6 @@ frmMenu::frmMenu(QWidget *parent)
     mnuImprimirReceita = Item(mnuPopUp, "mnuImprimirReceita", "&Imprimir Receita", "Imprimir a receita");
     Separador(mnuPopUp, "mnuNada");
     mnuExcluirReceita = Item(mnuPopUp, "mnuExcluirReceita", "&Excluir Receita", "Excluir a receita");
+    connect(mnuPopUp, &QMenu::aboutToShow, this, [this] { m_aberto.emplace(Operacao::Tipo::Menu); });
+    connect(mnuPopUp, &QMenu::aboutToHide, this, [this] { m_aberto.reset(); });
 }

@@ -1,6 +1,10 @@
 #pragma once
 
+#include "base/Operacao.h"
+
 #include <QWidget>
+
+#include <optional>
 
 class QAction;
 class QMenu;
@@ -17,4 +21,7 @@ public:
     QAction *mnuAlterarReceita;
     QAction *mnuImprimirReceita;
     QAction *mnuExcluirReceita;
+
+private:
+    std::optional<Operacao> m_aberto; ///< while the menu is open
 };

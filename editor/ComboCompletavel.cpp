@@ -5,7 +5,6 @@
 #include "editor/Colagem.h"
 
 #include <QListView>
-#include <QStringListModel>
 #include <QWheelEvent>
 
 #include <utility>
@@ -24,12 +23,6 @@ ComboCompletavel::ComboCompletavel(const QString &nome, int limite, bool &blnApa
     connect(Campo(), &QLineEdit::textChanged, this, &ComboCompletavel::AoMudar);
     connect(Campo(), &CampoDeCombo::composicaoTerminada, this, [this] { Tratar(true); });
     connect(Campo(), &CampoDeCombo::teclaRecusada, this, &ComboCompletavel::teclaRecusada);
-
-    connect(model(), &QAbstractItemModel::modelReset, this, [this] { m_busca.Definir(Itens()); });
-    connect(model(), &QAbstractItemModel::rowsInserted, this,
-            [this](const QModelIndex &, int linha) { AoMudarItem(linha); });
-    connect(model(), &QAbstractItemModel::dataChanged, this,
-            [this](const QModelIndex &indice) { AoMudarItem(indice.row()); });
 }
 
 CampoDeCombo *ComboCompletavel::Campo() const
@@ -40,18 +33,6 @@ CampoDeCombo *ComboCompletavel::Campo() const
 int ComboCompletavel::Limite() const
 {
     return Campo()->Limite();
-}
-
-// A new row comes in empty and gets its text right after; only then it is worth finding.
-void ComboCompletavel::AoMudarItem(int linha)
-{
-    const QString item = itemText(linha);
-    if (item.isEmpty())
-        return;
-    if (linha == m_busca.Quantidade())
-        m_busca.Acrescentar(item);
-    else
-        m_busca.Definir(Itens());
 }
 
 void ComboCompletavel::AoMudar()
@@ -77,7 +58,7 @@ void ComboCompletavel::AutoCompletarCombo(bool doUsuario)
     if (!doUsuario)
         return;
     const QString digitado = currentText();
-    const int achado = m_busca.Procurar(digitado);
+    const int achado = Procurar(digitado);
     if (achado < 0)
         return;
     const QString item = itemText(achado);

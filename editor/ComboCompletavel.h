@@ -1,7 +1,6 @@
 #pragma once
 
 #include "base/CampoTexto.h"
-#include "editor/BuscaPrefixo.h"
 
 #include <QLineEdit>
 
@@ -43,9 +42,7 @@ private:
     void AoMudar();
     void Tratar(bool doUsuario);
     void AutoCompletarCombo(bool doUsuario);
-    void AoMudarItem(int linha);
 
-    BuscaPrefixo m_busca;
     bool &m_blnApagandoCombo;
     bool m_doUsuario = false;
 };

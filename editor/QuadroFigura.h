@@ -22,8 +22,8 @@ public:
     /// Shows the placeholder; the tag becomes "NADA".
     void Limpar();
     /// Shows the recipe's stored picture with the tag "OLD". A file that is missing or no picture gives the
-    /// placeholder and false. One that is too large to be shown gives the placeholder and false too, but keeps
-    /// its tag: saving the recipe leaves it alone.
+    /// placeholder and false. One that is too large to be shown gives the placeholder and false too, but
+    /// keeps its tag: saving the recipe leaves it alone.
     bool MostrarAntiga(const QString &caminho);
     QString Tag() const;
     /// The stored picture's bytes while the tag is "OLD", empty when they are too many to keep.

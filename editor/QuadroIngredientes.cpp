@@ -69,10 +69,11 @@ QuadroIngredientes::QuadroIngredientes(Avisos &avisos, bool &blnApagandoCombo, Q
     EsquecerLinhaEmEdicao();
 }
 
-void QuadroIngredientes::DefinirValores(const QStringList &ingredientes, const QStringList &unidades)
+void QuadroIngredientes::DefinirValores(std::shared_ptr<FonteDeItens> ingredientes,
+                                        std::shared_ptr<FonteDeItens> unidades)
 {
-    m_cmbIngrediente->DefinirItens(ingredientes);
-    m_cmbMedida->DefinirItens(unidades);
+    m_cmbIngrediente->DefinirFonte(std::move(ingredientes));
+    m_cmbMedida->DefinirFonte(std::move(unidades));
 }
 
 void QuadroIngredientes::DefinirLinhas(const QStringList &tags)

@@ -1,11 +1,14 @@
 #pragma once
 
 #include <QGroupBox>
+
 #include <QStringList>
+#include <memory>
 
 class ArvoreIngredientes;
 class Avisos;
 class CampoTexto;
+class FonteDeItens;
 class ComboCompletavel;
 class QPushButton;
 class QTreeWidgetItem;
@@ -24,15 +27,15 @@ public:
 
     QuadroIngredientes(Avisos &avisos, bool &blnApagandoCombo, QWidget *parent = nullptr);
 
-    void DefinirValores(const QStringList &ingredientes, const QStringList &unidades);
+    void DefinirValores(std::shared_ptr<FonteDeItens> ingredientes, std::shared_ptr<FonteDeItens> unidades);
     /// Replaces all lines and forgets the line being changed.
     void DefinirLinhas(const QStringList &tags);
     QStringList Linhas() const;
     /// Clears the three entry fields, hides cmdLimparDados and forgets the line being changed.
     void EsquecerLinhaEmEdicao();
     void FocarIngrediente();
-    /// Shows line `i` (from 0) for mending, as a click on it does; what is half typed in the entry fields stays
-    /// there, and then the line is only selected.
+    /// Shows line `i` (from 0) for mending, as a click on it does; what is half typed in the entry fields
+    /// stays there, and then the line is only selected.
     void Apontar(qsizetype i);
 
 private:

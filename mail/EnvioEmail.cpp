@@ -1,8 +1,10 @@
 #include "mail/EnvioEmail.h"
 
 #include "base/Abridor.h"
+#include "base/ArquivoSeguro.h"
 #include "base/Avisos.h"
 #include "base/Numero.h"
+#include "base/Operacao.h"
 #include "base/Ponteiro.h"
 #include "base/Telas.h"
 #include "base/Texto.h"
@@ -11,21 +13,11 @@
 #include "store/Figuras.h"
 
 #include <QFile>
-#include <QSaveFile>
 
 namespace
 {
 // Packages refuse kinds from 2 on, the e-mail from 3 on; the difference is meant.
 constexpr double kTipoQueNaoSeEnvia = 3;
-
-/// An earlier message is replaced only by a complete one: commit() alone, in Qt 6.4, forgets that the last of
-/// the buffer found no room on the disk.
-bool Gravar(const QString &caminho, const QByteArray &mensagem)
-{
-    QSaveFile arquivo(caminho);
-    return arquivo.open(QIODevice::WriteOnly) && arquivo.write(mensagem) == mensagem.size() &&
-           arquivo.flush() && arquivo.commit();
-}
 } // namespace
 
 EnvioEmail::EnvioEmail(const Banco &banco, const Figuras &figuras, Avisos &avisos, const Telas &telas,
@@ -41,6 +33,7 @@ EnvioEmail::EnvioEmail(const Banco &banco, const Figuras &figuras, Avisos &aviso
 
 void EnvioEmail::imgEmail_Click(const ReceitaNaTela &receita)
 {
+    const Operacao operacao(Operacao::Tipo::Email);
     if (m_telas.TelaAtual() != "Detalhe") {
         m_avisos.Avisar("Necessário estar na Tela de Dados de uma Receita para o Envio!",
                         Avisos::Icone::Parada);
@@ -53,7 +46,13 @@ void EnvioEmail::imgEmail_Click(const ReceitaNaTela &receita)
 
     EsperaLonga espera;
     const QString caminho = m_banco.Caminho("~temp.eml");
-    const bool gravado = Gravar(caminho, MensagemReceita::Montar(receita, LerFigura(receita), m_site));
+    bool gravado = true;
+    try {
+        ArquivoSeguro::Gravar(caminho, MensagemReceita::Montar(receita, LerFigura(receita), m_site),
+                              {.modelo = m_banco.CaminhoDoLivro()});
+    } catch (const Disco::ErroArquivo &) {
+        gravado = false;
+    }
     espera.Encerrar();
 
     if (!gravado) {

@@ -1,7 +1,6 @@
 #include "news/Novidades.h"
 
-#include "news/ArquivoInteiro.h"
-
+#include "base/ArquivoSeguro.h"
 #include "base/EventosPendentes.h"
 
 #include <QDir>
@@ -22,6 +21,8 @@ void Novidades::BaixarNovidades(const std::function<bool()> &aoResponder)
     m_baixando = true;
     if (!aoResponder)
         PegarAmpulheta();
+    ArquivoSeguro::RemoverSobras(m_pasta);
+    QFile::remove(QDir(m_pasta).filePath("~novidade.tmp")); // what earlier versions left of a power cut
     const QDeadlineTimer prazo(m_limites.ms);
     m_bytesDaVisita = 0;
     const QByteArray lista = m_internet.LerUrl(m_base + "index.file");
@@ -56,8 +57,11 @@ void Novidades::BaixarItemNovidades(const QByteArray &entry)
     m_bytesDaVisita += texto.size();
     if (texto.isEmpty() || m_bytesDaVisita > m_limites.bytes)
         return;
-    // A full disk is no different from a lost connection: what was there before is shown.
-    GravarArquivoInteiro(destino.filePath(), texto);
+    try {
+        ArquivoSeguro::Gravar(destino.filePath(), texto);
+    } catch (const Disco::ErroArquivo &) {
+        // A full disk is no different from a lost connection: what was there before is shown.
+    }
 }
 
 void Novidades::PegarAmpulheta()

@@ -6,6 +6,7 @@
 
 #include "base/Avisos.h"
 #include "base/EventosPendentes.h"
+#include "base/Operacao.h"
 #include "base/Protegido.h"
 #include "base/Telas.h"
 #include "base/Twips.h"
@@ -104,7 +105,7 @@ void PainelNovidades::imgInternet_Click()
         m_TimerWeb->stop();
         m_TimerWeb->setProperty("tag", QString());
     }
-    if (m_ocupado) {
+    if (Operacao::EmAndamento(Operacao::Tipo::Visita)) {
         // A visit is under way and will end with its page here; it only has to be seen. One that was
         // abandoned meanwhile is followed by another.
         m_outraVez = m_novidades->Abandonada();
@@ -114,13 +115,11 @@ void PainelNovidades::imgInternet_Click()
         return;
     }
     const QPointer<PainelNovidades> vivo(this);
-    m_ocupado = true;
+    const Operacao visita(Operacao::Tipo::Visita);
     do {
         m_outraVez = false;
         Visitar();
     } while (vivo && m_outraVez && !Encerrando());
-    if (vivo)
-        m_ocupado = false;
 }
 
 /// One visit from beginning to end. This object may be gone when it returns.
@@ -179,7 +178,7 @@ bool PainelNovidades::AbrirSemPedido()
 /// The user begins to work while a page that she did not ask for is still on its way: her view comes back.
 void PainelNovidades::Ceder()
 {
-    if (!m_ocupado || PedidoDoUsuario() || isHidden())
+    if (!Operacao::EmAndamento(Operacao::Tipo::Visita) || PedidoDoUsuario() || isHidden())
         return;
     Esconder();
     m_paineis.Restaurar();

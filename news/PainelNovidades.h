@@ -73,6 +73,5 @@ private:
     VisorNovidades *m_WbBsr1;
     QTimer *m_TimerWeb;
     bool m_pelaTimer = false; ///< imgInternet_Click() is called by the timer
-    bool m_ocupado = false;   ///< a visit is under way
     bool m_outraVez = false;  ///< the visit under way was abandoned and the user has asked again
 };

@@ -28,13 +28,18 @@ public:
  * Letter case counts only when it has to: pages made on Windows do not care for it.
  *
  * Pictures are read by their content (BMP, JPEG, GIF, PNG) and kept while the object lives. One that is
- * larger than kPixelsPorFigura, or that would take all of them beyond kPixels, counts as missing.
+ * larger than kPixelsPorFigura, or that would take all of them beyond kPixels or kTrabalho, counts as
+ * missing.
  */
 class PastaLocal : public PastaDaPagina
 {
 public:
     static constexpr qint64 kPixelsPorFigura = 6'000'000;
     static constexpr qint64 kPixels = 12'000'000;
+    /// Pixels times scans of all pictures: a few hundred milliseconds. Encoders write about ten scans, a
+    /// hostile page thousands.
+    static constexpr qint64 kTrabalho = 10 * kPixels;
+    static constexpr qint64 kBytesPorFigura = 16 * 1024 * 1024;
 
     explicit PastaLocal(const QString &pasta)
         : m_pasta(pasta)
@@ -48,9 +53,11 @@ public:
 
 private:
     QString CaminhoLocal(const QString &nome) const;
+    QImage Carregar(const QString &caminho);
 
     QString m_pasta;
     QHash<QString, Figura> m_figuras; ///< by file path
     QHash<QString, QImage> m_imagens; ///< by key
     qint64 m_pixels = 0;
+    qint64 m_trabalho = 0;
 };

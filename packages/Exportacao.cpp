@@ -1,8 +1,11 @@
 #include "packages/Exportacao.h"
 
 #include "base/Abridor.h"
+#include "base/ArquivoDeTrabalho.h"
+#include "base/ArquivoSeguro.h"
 #include "base/EventosPendentes.h"
 #include "base/Numero.h"
+#include "base/Operacao.h"
 #include "base/OperacaoLonga.h"
 #include "base/Protegido.h"
 #include "base/Telas.h"
@@ -17,9 +20,9 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QScopeGuard>
 
+#include <cerrno>
 #include <stdexcept>
 
 namespace
@@ -37,16 +40,11 @@ constexpr double kTipoReservado = 2;
     throw std::runtime_error(texto.toStdString());
 }
 
-[[noreturn]] void FalharAoGravar(const QString &caminho)
+void Escrever(ArquivoDeTrabalho &trabalho, const QByteArray &bytes)
 {
-    Falhar("Não foi possível gravar o arquivo:\r\n" + caminho +
-           "\r\n\r\nVerifique o espaço em disco e a permissão de escrita na pasta.");
-}
-
-void Gravar(QFileDevice &arquivo, const QByteArray &bytes)
-{
-    if (arquivo.write(bytes) != bytes.size())
-        FalharAoGravar(arquivo.fileName());
+    errno = 0;
+    if (trabalho.Arquivo().write(bytes) != bytes.size())
+        throw Disco::ErroArquivo(trabalho.Caminho(), errno);
 }
 
 /// The bytes of a picture or package; an empty file and one that cannot be read are alike: nothing.
@@ -119,11 +117,7 @@ Exportacao::Exportacao(const Banco &banco, const Figuras &figuras, Avisos &aviso
 
 void Exportacao::imgTransmit_Click(const QList<ReceitaSelecionada> &selecionadas)
 {
-    // Window events run between the steps, the user's clicks included.
-    if (m_exportando)
-        return;
-    m_exportando = true;
-    const auto terminar = qScopeGuard([this] { m_exportando = false; });
+    const Operacao operacao(Operacao::Tipo::Exportacao);
     Proteger(m_avisos, [&] {
         if (ExigirLista())
             Exportar(selecionadas);
@@ -164,28 +158,24 @@ void Exportacao::Exportar(const QList<ReceitaSelecionada> &selecionadas)
     const RecordSet rs = m_banco.AbrirRecordset(Comandos::SqlReceitasDoPacote(numeros));
     OperacaoLonga operacao(m_painel, "Gerando Pacote de Receitas...", rs.RecordCount() + 2);
 
-    const QString texto = m_banco.Caminho(kTextoDoPacote);
+    ArquivoDeTrabalho texto(m_banco.Caminho(kTextoDoPacote));
     const QString pacote = m_banco.Caminho(kPacote);
     const QString mensagem = m_banco.Caminho(kMensagem);
-    const auto apagarTexto = qScopeGuard([&] { QFile::remove(texto); });
 
     const QString nomes = GravarTexto(texto, rs, operacao);
     if (Encerrando())
         return;
     // Kept on purpose: the result is not looked at, and the message is made of whatever package there is.
     int erro = 0;
-    Recipiente::CompactarArquivo(texto, pacote, kNivel, erro, true);
+    Recipiente::CompactarArquivo(texto.Caminho(), pacote, kNivel, erro, true, {}, m_banco.CaminhoDoLivro());
     operacao.Avancar();
-    QFile::remove(texto);
+    texto.Remover();
 
-    QSaveFile arquivo(mensagem);
-    if (!arquivo.open(QIODevice::WriteOnly))
-        FalharAoGravar(mensagem);
-    Gravar(arquivo, MensagemPacote(nomes, LerParaBase64(pacote), m_site));
+    ArquivoSeguro arquivo(mensagem, {.modelo = m_banco.CaminhoDoLivro()});
+    arquivo.Abrir();
+    arquivo.Escrever(MensagemPacote(nomes, LerParaBase64(pacote), m_site));
     operacao.DefinirValor(operacao.Maximo());
-    // Qt 6.4's commit() forgets that the last of the buffer found no room on the disk.
-    if (!arquivo.flush() || !arquivo.commit())
-        FalharAoGravar(mensagem);
+    arquivo.Confirmar();
     operacao.Encerrar();
     espera.Encerrar();
 
@@ -193,23 +183,19 @@ void Exportacao::Exportar(const QList<ReceitaSelecionada> &selecionadas)
         m_abridor.AbrirArquivo(mensagem);
 }
 
-QString Exportacao::GravarTexto(const QString &caminho, RecordSet rs, OperacaoLonga &operacao) const
+QString Exportacao::GravarTexto(ArquivoDeTrabalho &texto, RecordSet rs, OperacaoLonga &operacao) const
 {
-    QFile arquivo(caminho);
-    if (!arquivo.open(QIODevice::WriteOnly))
-        FalharAoGravar(caminho);
-    Gravar(arquivo, Pacote::EscreverCabecalho());
+    texto.Abrir();
+    Escrever(texto, Pacote::EscreverCabecalho());
     QString nomes;
     for (; !rs.Eof() && !Encerrando(); rs.MoveNext()) {
         operacao.Avancar();
         const Pacote::Receita receita = LerReceita(m_banco, m_figuras, rs);
-        Gravar(arquivo, Pacote::EscreverReceita(receita));
-        if (arquivo.pos() > Pacote::kMaiorTexto)
+        Escrever(texto, Pacote::EscreverReceita(receita));
+        if (texto.Arquivo().pos() > Pacote::kMaiorTexto)
             Falhar("As receitas selecionadas, com suas figuras, são grandes demais para um pacote. "
                    "Selecione menos receitas.");
         nomes += "<LI>" + Aparar(SemControles(receita.Nome));
     }
-    if (!arquivo.flush())
-        FalharAoGravar(caminho);
     return nomes;
 }

@@ -4,6 +4,7 @@
 #include <QString>
 
 class Abridor;
+class ArquivoDeTrabalho;
 class Avisos;
 class Banco;
 class Figuras;
@@ -60,7 +61,7 @@ private:
     /// Does the work; throws what goes wrong.
     void Exportar(const QList<ReceitaSelecionada> &selecionadas);
     /// Writes the package text; the result is the list of names for the message.
-    QString GravarTexto(const QString &caminho, RecordSet rs, OperacaoLonga &operacao) const;
+    QString GravarTexto(ArquivoDeTrabalho &texto, RecordSet rs, OperacaoLonga &operacao) const;
 
     const Banco &m_banco;
     const Figuras &m_figuras;
@@ -70,5 +71,4 @@ private:
     ListaParaExportar &m_lista;
     Abridor &m_abridor;
     QString m_site;
-    bool m_exportando = false;
 };

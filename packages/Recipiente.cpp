@@ -1,10 +1,10 @@
 #include "packages/Recipiente.h"
 
+#include "base/ArquivoSeguro.h"
 #include "packages/RecipienteEmFatias.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 #include <algorithm>
 #include <cmath>
@@ -14,9 +14,6 @@
 
 namespace
 {
-constexpr qsizetype kNulosIniciais = 5;
-constexpr qint64 kMaiorDesdobramento = 1032; ///< deflate at its best: 258 bytes out of two bits
-
 const Bytef *Entrada(const char *bytes)
 {
     return reinterpret_cast<const Bytef *>(bytes);
@@ -25,12 +22,6 @@ const Bytef *Entrada(const char *bytes)
 Bytef *Saida(char *bytes)
 {
     return reinterpret_cast<Bytef *>(bytes);
-}
-
-/// commit() alone would put a cut file in place: Qt 6.4 forgets that the last of the buffer found no room.
-bool Confirmar(QSaveFile &arquivo)
-{
-    return arquivo.flush() && arquivo.commit();
 }
 
 bool SemPausa()
@@ -51,27 +42,28 @@ int AbrirOrigem(QFile &origem)
     return Recipiente::kSucesso;
 }
 
-int CompactarAberto(QFile &origem, const QString &destino, int nivel, const std::function<bool()> &pausa)
+int CompactarAberto(QFile &origem, const QString &destino, int nivel, const std::function<bool()> &pausa,
+                    const QString &modelo)
 {
     quint32 soma = 0;
-    QSaveFile arquivo(destino);
-    if (!arquivo.open(QIODevice::WriteOnly))
-        return Recipiente::kDestinoIndisponivel;
-    if (const int codigo = RecipienteEmFatias::Compactar(origem, arquivo, soma, pausa, nivel);
+    ArquivoSeguro arquivo(destino, {.modelo = modelo});
+    arquivo.Abrir();
+    if (const int codigo = RecipienteEmFatias::Compactar(origem, arquivo.Arquivo(), soma, pausa, nivel);
         codigo != Recipiente::kSucesso)
         return codigo; // the half-written file beside the destination goes with `arquivo`
-    return Confirmar(arquivo) ? Recipiente::kSucesso : Recipiente::kDestinoIndisponivel;
+    arquivo.Confirmar();
+    return Recipiente::kSucesso;
 }
 
 int DescompactarAberto(QFile &origem, const QString &destino, qint64 maximo)
 {
-    QSaveFile arquivo(destino);
-    if (!arquivo.open(QIODevice::WriteOnly))
-        return Recipiente::kDestinoIndisponivel;
-    if (const int codigo = RecipienteEmFatias::Descompactar(origem, arquivo, SemPausa, maximo);
+    ArquivoSeguro arquivo(destino);
+    arquivo.Abrir();
+    if (const int codigo = RecipienteEmFatias::Descompactar(origem, arquivo.Arquivo(), SemPausa, maximo);
         codigo != Recipiente::kSucesso)
         return codigo;
-    return Confirmar(arquivo) ? Recipiente::kSucesso : Recipiente::kDestinoIndisponivel;
+    arquivo.Confirmar();
+    return Recipiente::kSucesso;
 }
 
 int AbrirOrigem(QFile &origem, const QString &destino, bool sobrescrever)
@@ -83,48 +75,20 @@ int AbrirOrigem(QFile &origem, const QString &destino, bool sobrescrever)
     return AbrirOrigem(origem);
 }
 
-/// Runs the operation; memory that cannot be had is a code like the others.
+/// Runs the operation; memory that cannot be had, or a file that cannot be written, is a code like the
+/// others.
 template <class Operacao>
-int SemFaltarMemoria(Operacao operacao)
+int ComCodigo(Operacao operacao)
 {
     try {
         return operacao();
+    } catch (const Disco::ErroArquivo &) {
+        return Recipiente::kDestinoIndisponivel;
     } catch (const std::bad_alloc &) {
         return Recipiente::kSemMemoria;
     }
 }
 } // namespace
-
-QByteArray Recipiente::Trailer(qint64 n)
-{
-    QByteArray trailer(kTrailer, '\0');
-    const QByteArray digitos = QByteArray::number(n);
-    std::copy(digitos.begin(), digitos.end(), trailer.begin() + kNulosIniciais);
-    return trailer;
-}
-
-std::optional<qint64> Recipiente::LerTrailer(QByteArrayView trailer)
-{
-    if (trailer.size() != kTrailer)
-        return std::nullopt;
-    const QByteArrayView nulos = trailer.first(kNulosIniciais);
-    if (!std::all_of(nulos.begin(), nulos.end(), [](char c) { return c == '\0'; }))
-        return std::nullopt;
-
-    qint64 n = 0;
-    qsizetype i = kNulosIniciais;
-    for (; i < kTrailer && trailer[i] != '\0'; ++i) {
-        if (trailer[i] < '0' || trailer[i] > '9')
-            return std::nullopt;
-        n = n * 10 + (trailer[i] - '0'); // twelve digits at most
-    }
-    return i > kNulosIniciais ? std::optional(n) : std::nullopt;
-}
-
-bool Recipiente::Cabe(qint64 n, qint64 m)
-{
-    return n / kMaiorDesdobramento <= m;
-}
 
 qint64 Recipiente::Capacidade(qint64 n)
 {
@@ -138,7 +102,7 @@ int Recipiente::Compactar(const QByteArray &bytes, QByteArray &saida, int nivel)
         return kSucesso;
     if (bytes.size() > kMaiorComprimento)
         return kGrandeDemais;
-    return SemFaltarMemoria([&] {
+    return ComCodigo([&] {
         auto m = static_cast<uLongf>(Capacidade(bytes.size()));
         QByteArray fluxo(static_cast<qsizetype>(m) + 1, Qt::Uninitialized);
         const int codigo = compress2(Saida(fluxo.data()), &m, Entrada(bytes.constData()),
@@ -165,7 +129,7 @@ int Recipiente::Descompactar(const QByteArray &recipiente, QByteArray &saida, qi
     if (*n > maximo)
         return kGrandeDemais;
 
-    return SemFaltarMemoria([&] {
+    return ComCodigo([&] {
         QByteArray bytes(*n + 1, Qt::Uninitialized);
         auto escrito = static_cast<uLongf>(*n);
         auto lido = static_cast<uLong>(m);
@@ -181,13 +145,14 @@ int Recipiente::Descompactar(const QByteArray &recipiente, QByteArray &saida, qi
 }
 
 bool Recipiente::CompactarArquivo(const QString &origem, const QString &destino, int nivel, int &erro,
-                                  bool sobrescrever, const std::function<bool()> &pausa)
+                                  bool sobrescrever, const std::function<bool()> &pausa,
+                                  const QString &modelo)
 {
     QFile arquivo(origem);
     erro = AbrirOrigem(arquivo, destino, sobrescrever);
     if (erro == kSucesso)
-        erro = SemFaltarMemoria(
-            [&] { return CompactarAberto(arquivo, destino, nivel, pausa ? pausa : SemPausa); });
+        erro = ComCodigo(
+            [&] { return CompactarAberto(arquivo, destino, nivel, pausa ? pausa : SemPausa, modelo); });
     return erro == kSucesso;
 }
 
@@ -197,7 +162,7 @@ bool Recipiente::DescompactarArquivo(const QString &origem, const QString &desti
     QFile arquivo(origem);
     erro = AbrirOrigem(arquivo, destino, sobrescrever);
     if (erro == kSucesso)
-        erro = SemFaltarMemoria([&] { return DescompactarAberto(arquivo, destino, maximo); });
+        erro = ComCodigo([&] { return DescompactarAberto(arquivo, destino, maximo); });
     return erro == kSucesso;
 }
 
@@ -208,6 +173,6 @@ int Recipiente::DescompactarPara(const QString &origem, QIODevice &destino, qint
     const int codigo = AbrirOrigem(arquivo);
     if (codigo != kSucesso)
         return codigo;
-    return SemFaltarMemoria(
+    return ComCodigo(
         [&] { return RecipienteEmFatias::Descompactar(arquivo, destino, pausa ? pausa : SemPausa, maximo); });
 }

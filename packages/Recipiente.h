@@ -1,11 +1,11 @@
 #pragma once
 
+#include "packages/Trailer.h"
+
 #include <QByteArray>
-#include <QByteArrayView>
 #include <QString>
 
 #include <functional>
-#include <optional>
 
 class QIODevice;
 
@@ -21,28 +21,8 @@ class QIODevice;
  */
 namespace Recipiente
 {
-/// Error codes beside zlib's own (negative) ones.
-constexpr int kSucesso = 0;
-constexpr int kTrailerInvalido = -1; ///< no trailer, or a length that cannot be true
-constexpr int kGrandeDemais = 6;     ///< the container says it unfolds to more than the caller accepts
-constexpr int kArquivoNaoEncontrado = 53;
-constexpr int kArquivoJaExiste = 58;     ///< the destination exists and may not be replaced
-constexpr int kArquivoIlegivel = 75;     ///< the source exists but cannot be read
-constexpr int kDestinoIndisponivel = 76; ///< the destination cannot be written: no space, no permission
-constexpr int kSemMemoria = 7;
-
 /// What Descompactar() unfolds in memory at most, unless told otherwise.
 constexpr qint64 kMaiorEmMemoria = qint64(1) << 30;
-/// The longest length the trailer can hold: 11 digits. What files unfold to is bounded by the disk alone.
-constexpr qint64 kMaiorComprimento = 99'999'999'999;
-
-constexpr qsizetype kTrailer = 17; ///< its bytes
-/// What stands behind a stream that unfolds to n bytes.
-QByteArray Trailer(qint64 n);
-/// The length that a trailer states; nothing when it is no trailer.
-std::optional<qint64> LerTrailer(QByteArrayView trailer);
-/// Whether a stream of m bytes can unfold to n.
-bool Cabe(qint64 n, qint64 m);
 
 /// Room reserved for the stream of n bytes: n + n / 1000 + 15, rounded to the nearest (ties to even).
 qint64 Capacidade(qint64 n);
@@ -59,9 +39,9 @@ int Descompactar(const QByteArray &recipiente, QByteArray &saida, qint64 maximo 
 /// that a failure leaves an earlier file of that name as it was; with `sobrescrever` false an existing
 /// destination is a failure. `erro` receives the code; the result is whether it was 0. An empty source gives
 /// an empty destination. `pausa` is called between slices; false stops the work
-/// (RecipienteEmFatias::kInterrompido).
+/// (RecipienteEmFatias::kInterrompido). The destination never allows more than the file `modelo` does.
 bool CompactarArquivo(const QString &origem, const QString &destino, int nivel, int &erro, bool sobrescrever,
-                      const std::function<bool()> &pausa = {});
+                      const std::function<bool()> &pausa = {}, const QString &modelo = {});
 bool DescompactarArquivo(const QString &origem, const QString &destino, int &erro, bool sobrescrever,
                          qint64 maximo = kMaiorComprimento);
 /// The same into a device that is open for writing, whose content is anything after a failure; the result is

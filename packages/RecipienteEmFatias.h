@@ -1,6 +1,6 @@
 #pragma once
 
-#include "packages/Recipiente.h"
+#include "packages/Trailer.h"
 
 #include <QtGlobal>
 

@@ -1,10 +1,10 @@
 #include "packages/frmImportacao.h"
 
-#include "base/AtalhoImediato.h"
 #include "base/Avisos.h"
 #include "base/EventosPendentes.h"
 #include "base/Fontes.h"
 #include "base/LinhaMarcavel.h"
+#include "base/Operacao.h"
 #include "base/Ponteiro.h"
 #include "base/Protegido.h"
 
@@ -65,10 +65,6 @@ void frmImportacao::CriarControles()
     m_cmdCancelar->setToolTip("Abandona o pacote sem importar nada");
     m_cmdCancelar->setAutoDefault(false);
 
-    // This dialog may be all of the program that there is: nobody else has seen to its access keys.
-    auto *atalhos = new AtalhoImediato(this);
-    m_cmdSalvarIngredientes->installEventFilter(atalhos);
-    m_cmdCancelar->installEventFilter(atalhos);
     connect(m_cmdSalvarIngredientes, &QPushButton::clicked, this,
             Protegido(m_avisos, [this] { Importar(); }));
     connect(m_cmdCancelar, &QPushButton::clicked, this, &frmImportacao::reject);
@@ -100,6 +96,7 @@ void frmImportacao::OrganizarControles()
 
 frmImportacao::Desfecho frmImportacao::Executar(const QString &strArquivo)
 {
+    const Operacao operacao(Operacao::Tipo::Importacao);
     const bool inteiro = Proteger(m_avisos, [&] {
         if (CarregarReceitas(strArquivo))
             exec();

@@ -2,6 +2,7 @@
 
 #include "base/Avisos.h"
 #include "base/EventosPendentes.h"
+#include "base/Operacao.h"
 #include "base/OperacaoLonga.h"
 #include "base/Ponteiro.h"
 #include "print/Impressoras.h"
@@ -10,7 +11,6 @@
 #include "print/TrabalhoImpressao.h"
 #include "print/frmImpressao.h"
 
-#include <QScopedValueRollback>
 
 QString HostDoSite(const QString &site)
 {
@@ -70,9 +70,7 @@ void Impressao::RecusarNaPesquisa()
 
 bool Impressao::EscolherImpressora()
 {
-    if (m_imprimindo) // the window lives while a job runs: a second press of the button waits its turn
-        return false;
-    const QScopedValueRollback ocupada(m_imprimindo, true);
+    const Operacao operacao(Operacao::Tipo::Impressao);
     AtualizarAtual();
     frmImpressao dialogo(m_impressoras, *m_atual, m_janela);
     dialogo.exec();
@@ -105,7 +103,7 @@ ErroImpressao Impressao::ReceitaSumida(qint64 lngReceita) const
 
 void Impressao::ImprimirTrabalho(const QList<qint64> &receitas, const QString &textoDoPainel)
 {
-    const QScopedValueRollback ocupada(m_imprimindo, true);
+    const Operacao impressao(Operacao::Tipo::Impressao);
     try {
         const EsperaLonga espera;
         std::optional<OperacaoLonga> operacao;

@@ -72,7 +72,6 @@ private:
     std::optional<ImpressoraAtual> m_atual;
     qint16 m_indice = -1;
     bool m_confirmada = false; ///< the user has chosen it; before, it is the system's default
-    bool m_imprimindo = false;
 };
 
 /// "www.tamarel.example" of "https://www.tamarel.example".

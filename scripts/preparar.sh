@@ -27,10 +27,12 @@ instalar_pacotes() {
     done
     [[ ${#faltam[@]} -eq 0 ]] && return
     echo "Installing: ${faltam[*]}"
+    local inicio=$SECONDS
     local root=()
     [[ $EUID -eq 0 ]] || root=(sudo)
     "${root[@]}" apt-get update -qq
     DEBIAN_FRONTEND=noninteractive "${root[@]}" apt-get install -y -qq --no-install-recommends "${faltam[@]}" >/dev/null
+    echo "Installed ${#faltam[@]} packages and what they need in $((SECONDS - inicio)) s"
 }
 
 # The tests speak Brazilian Portuguese; makes the locale where the machine lacks it.
@@ -46,6 +48,8 @@ construir() {
     local pasta=$1 preset=$2
     shift 2
     export CCACHE_BASEDIR="$PWD" CCACHE_NOHASHDIR=1 CCACHE_SLOPPINESS=pch_defines,time_macros
-    [[ -f "$pasta/build.ninja" ]] || cmake --preset "$preset" >/dev/null
+    # Again each time: what was configured before may lack what has only just been installed.
+    cmake --preset "$preset" >/dev/null
+    echo "Building in $pasta/"
     cmake --build "$pasta" --target "$@"
 }

@@ -1,4 +1,5 @@
-# Sourced: a virtual display with a window manager, gone when the script ends.
+# Sourced: a virtual display with a window manager, gone when the script ends. CONSTRUCAO names the folder where
+# the program was built, build/ unless it is set.
 # abrir_tela_virtual [WIDTHxHEIGHT]: sets DISPLAY.
 abrir_tela_virtual() {
     local medida=${1:-1280x1024} numero
@@ -18,7 +19,7 @@ tocar() {
     local pasta=$1 roteiro=$2
     shift 2
     HOME="$pasta/casa" XDG_RUNTIME_DIR="$pasta/casa" \
-    QT_QPA_GENERIC_PLUGINS="roteiro:$roteiro" QT_PLUGIN_PATH="$PWD/build/roteiro" \
+    QT_QPA_GENERIC_PLUGINS="roteiro:$roteiro" QT_PLUGIN_PATH="$PWD/${CONSTRUCAO:-build}/roteiro" \
         "$pasta/cozinhario" "$@"
 }
 
@@ -28,6 +29,6 @@ novo_livro() {
     pasta=$(mktemp -d)
     mkdir "$pasta/casa"
     chmod 700 "$pasta/casa"
-    cp build/bin/cozinhario "$pasta/"
+    cp "${CONSTRUCAO:-build}/bin/cozinhario" "$pasta/"
     echo "$pasta"
 }

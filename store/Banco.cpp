@@ -158,10 +158,11 @@ int Banco::PrepararLivro(const QString &caminho) const
     case TipoArquivo::Ausente:
     case TipoArquivo::Vazio:
         if (m_existiu)
-            throw ErroBanco("O livro de receitas sumiu da pasta enquanto o programa estava aberto.\r\n\r\n"
-                            "Devolva o arquivo dadosr.lst à pasta (ou religue o disco em que ele está) e tente "
-                            "de novo. Nada foi gravado.\r\n\r\n" +
-                            caminho);
+            throw ErroBanco(
+                "O livro de receitas sumiu da pasta enquanto o programa estava aberto.\r\n\r\n"
+                "Devolva o arquivo dadosr.lst à pasta (ou religue o disco em que ele está) e tente "
+                "de novo. Nada foi gravado.\r\n\r\n" +
+                caminho);
         Motor::Criar(caminho, m_esperaMs);
         m_existiu = true;
         return Esquema::kVersao;

@@ -62,8 +62,8 @@ public:
     /// Runs one statement that returns no rows. The result carries no meaning. Throws ErroBanco.
     int ExecutarSQL(const QString &sql) const;
 
-    /// The number that the engine gave to the row of the last Insert that came through here, 0 before one: what
-    /// is known of a new recipe when the promised question for its number fails.
+    /// The number that the engine gave to the row of the last Insert that came through here, 0 before one:
+    /// what is known of a new recipe when the promised question for its number fails.
     qint64 UltimoNumero() const { return m_ultimoNumero; }
 
     /// Why a statement would be refused.
@@ -116,7 +116,7 @@ private:
     ConversorDeLivro m_conversor;
     int m_esperaMs = 10000;
     std::shared_ptr<Memoria> m_memoria; ///< what queries gave, and those under way
-    mutable bool m_naoEvolui = false; ///< tried once and could not
+    mutable bool m_naoEvolui = false;   ///< tried once and could not
     mutable qint64 m_ultimoNumero = 0;
     mutable bool m_existiu = false; ///< a file lay there once
 };

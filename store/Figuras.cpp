@@ -1,5 +1,6 @@
 #include "store/Figuras.h"
 
+#include "base/ArquivoSeguro.h"
 #include "store/Banco.h"
 #include "store/Comandos.h"
 #include "store/ErroBanco.h"
@@ -7,7 +8,6 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 #include <algorithm>
 #include <optional>
@@ -68,11 +68,20 @@ QString PastaDeFotos(const Banco &banco)
     return raiz + NomeNoDisco(raiz, kPasta);
 }
 
-/// commit() alone would put a cut file in place: Qt 6.4 forgets that the last of the buffer found no room. By
-/// promise nobody is told of a failure; the earlier picture stays.
-bool Confirmar(QSaveFile &destino)
+/// By promise nobody is told of a failure; the earlier picture stays.
+template <class Escrita>
+bool Gravar(const QString &caminho, const Banco &banco, Escrita escrever)
 {
-    return destino.flush() && destino.commit();
+    try {
+        ArquivoSeguro destino(caminho, {.modelo = banco.CaminhoDoLivro()});
+        destino.Abrir();
+        if (!escrever(destino))
+            return false;
+        destino.Confirmar();
+        return true;
+    } catch (const Disco::ErroArquivo &) {
+        return false;
+    }
 }
 
 bool NomeSimples(const QString &nome)
@@ -116,16 +125,11 @@ void Figuras::ApagarFigura(qint64 lngReceita) const
 void Figuras::CopiarFigura(const QString &origem, qint64 lngReceita) const
 {
     QFile arquivo(origem);
-    QDir().mkpath(PastaDeFotos(m_banco));
-    QSaveFile destino(Caminho(Comandos::NomeFigura(lngReceita)));
-    if (!QFileInfo(origem).isFile() || !arquivo.open(QIODevice::ReadOnly) ||
-        !destino.open(QIODevice::WriteOnly))
+    if (!QFileInfo(origem).isFile() || !arquivo.open(QIODevice::ReadOnly))
         return; // by promise: the row may name a picture that is missing
-    QByteArray bloco;
-    while (!(bloco = arquivo.read(256 * 1024)).isEmpty())
-        destino.write(bloco);
-    if (arquivo.error() == QFileDevice::NoError)
-        Confirmar(destino);
+    PrepararPasta();
+    Gravar(Caminho(Comandos::NomeFigura(lngReceita)), m_banco,
+           [&](ArquivoSeguro &destino) { return Disco::CopiarResto(arquivo, destino.Arquivo()); });
 }
 
 void Figuras::GravarFigura(const QByteArray &bytes, qint64 lngReceita) const
@@ -136,14 +140,22 @@ void Figuras::GravarFigura(const QByteArray &bytes, qint64 lngReceita) const
 
 bool Figuras::GravarFigura(const std::function<QByteArray()> &proximo, qint64 lngReceita) const
 {
-    QDir().mkpath(PastaDeFotos(m_banco));
-    QSaveFile destino(Caminho(Comandos::NomeFigura(lngReceita)));
-    if (!destino.open(QIODevice::WriteOnly))
-        return false;
-    for (QByteArray bloco = proximo(); !bloco.isEmpty(); bloco = proximo())
-        if (destino.write(bloco) != bloco.size())
-            return false;
-    return Confirmar(destino);
+    PrepararPasta();
+    return Gravar(Caminho(Comandos::NomeFigura(lngReceita)), m_banco, [&proximo](ArquivoSeguro &destino) {
+        for (QByteArray bloco = proximo(); !bloco.isEmpty(); bloco = proximo())
+            destino.Escrever(bloco);
+        return true;
+    });
+}
+
+/// Makes the folder; what a killed program left in it goes before the first picture is written.
+void Figuras::PrepararPasta() const
+{
+    const QString pasta = PastaDeFotos(m_banco);
+    QDir().mkpath(pasta);
+    if (!m_semSobras)
+        ArquivoSeguro::RemoverSobras(pasta);
+    m_semSobras = true;
 }
 
 namespace

@@ -50,7 +50,10 @@ public:
     bool GravarFigura(const std::function<QByteArray()> &proximo, qint64 lngReceita) const;
 
 private:
+    void PrepararPasta() const;
+
     const Banco &m_banco;
+    mutable bool m_semSobras = false;
 };
 
 /**

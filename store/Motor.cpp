@@ -1,5 +1,6 @@
 #include "store/Motor.h"
 
+#include "base/ArquivoSeguro.h"
 #include "store/ErroBanco.h"
 #include "store/Esquema.h"
 #include "store/Funcoes.h"
@@ -151,55 +152,16 @@ QByteArray BytesDoLivroVazio()
     return {reinterpret_cast<const char *>(memoria.bytes), static_cast<qsizetype>(tamanho)};
 }
 
-/// Writes all bytes to the disk itself; false with errno set.
-bool GravarTudo(int arquivo, const QByteArray &bytes)
-{
-    qsizetype gravados = 0;
-    while (gravados < bytes.size()) {
-        const ssize_t n =
-            ::write(arquivo, bytes.constData() + gravados, static_cast<std::size_t>(bytes.size() - gravados));
-        if (n < 0 && errno != EINTR)
-            return false;
-        if (n > 0)
-            gravados += n;
-    }
-    return ::fsync(arquivo) == 0;
-}
-
-/// Gives `provisorio` the name `definitivo` unless a file has that name already; false with errno set.
-bool BatizarSemSobrepor(const char *provisorio, const char *definitivo)
-{
-    if (::renameat2(AT_FDCWD, provisorio, AT_FDCWD, definitivo, RENAME_NOREPLACE) == 0)
-        return true;
-    if (errno != EINVAL && errno != ENOSYS)
-        return false;
-    // A file system without that call has links as a rule.
-    if (::link(provisorio, definitivo) != 0)
-        return false;
-    ::unlink(provisorio);
-    return true;
-}
-
 void CriarArquivo(const QString &caminho)
 {
-    const QByteArray livro = BytesDoLivroVazio();
-    const QByteArray definitivo = QFile::encodeName(caminho);
-    QByteArray provisorio = definitivo + ".XXXXXX";
-    const int arquivo = ::mkostemp(provisorio.data(), O_CLOEXEC);
-    if (arquivo < 0)
-        FalharAoCriar(caminho, errno);
-    const mode_t mascara = ::umask(0);
-    ::umask(mascara);
-    ::fchmod(arquivo, 0666 & ~mascara); // where modes cannot be set, those given stay
-    const bool gravado = GravarTudo(arquivo, livro);
-    const int erroAoGravar = errno;
-    ::close(arquivo);
-    if (gravado && BatizarSemSobrepor(provisorio.constData(), definitivo.constData()))
-        return;
-    const int erro = gravado ? errno : erroAoGravar;
-    ::unlink(provisorio.constData());
-    if (erro != EEXIST) // another copy of the program was quicker: its book is as good
-        FalharAoCriar(caminho, erro);
+    try {
+        ArquivoSeguro novo(caminho);
+        novo.Abrir();
+        novo.Escrever(BytesDoLivroVazio());
+        novo.ConfirmarSeNovo(); // false: another copy of the program was quicker, its book is as good
+    } catch (const Disco::ErroArquivo &erro) {
+        FalharAoCriar(caminho, erro.Codigo());
+    }
 }
 } // namespace
 

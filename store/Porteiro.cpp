@@ -14,8 +14,8 @@ struct Peca {
 bool DePalavra(char c)
 {
     const auto u = static_cast<unsigned char>(c);
-    return (u >= 'a' && u <= 'z') || (u >= 'A' && u <= 'Z') || (u >= '0' && u <= '9') || u == '_' || u == '$' ||
-           u >= 0x80;
+    return (u >= 'a' && u <= 'z') || (u >= 'A' && u <= 'Z') || (u >= '0' && u <= '9') || u == '_' ||
+           u == '$' || u >= 0x80;
 }
 
 bool Branco(char c)
@@ -129,7 +129,8 @@ Pecas::Pecas(std::string_view sql)
     }
 }
 
-/// "id_receitas in (Select id_receitas from Ingredientes Where Ingrediente = 'text')", the second SELECT at `i`.
+/// "id_receitas in (Select id_receitas from Ingredientes Where Ingrediente = 'text')", the second SELECT at
+/// `i`.
 bool PerguntaDaPesquisa(const Pecas &p, std::size_t i)
 {
     return i >= 3 && p.Palavra(i - 3, "id_receitas") && p.Palavra(i - 2, "in") && p.Sinal(i - 1, '(') &&
@@ -156,7 +157,8 @@ QString RecusaDaConsulta(const Pecas &p)
         if (!sozinha)
             return "A consulta lê mais do que uma tabela do livro.";
     }
-    return fontes == p.Vezes("select") && fontes <= 2 ? QString() : QString("A consulta não lê uma tabela do livro.");
+    return fontes == p.Vezes("select") && fontes <= 2 ? QString()
+                                                      : QString("A consulta não lê uma tabela do livro.");
 }
 
 QString RecusaDaInclusao(const Pecas &p)
@@ -185,7 +187,8 @@ QString Porteiro::Recusa(std::string_view sql)
     if (p.Palavra(0, "insert"))
         return RecusaDaInclusao(p);
     if (p.Palavra(0, "update")) {
-        const bool simples = p.Tabela(1) && p.Palavra(2, "set") && p.Vezes("from") == 0 && p.Vezes("where") <= 1;
+        const bool simples =
+            p.Tabela(1) && p.Palavra(2, "set") && p.Vezes("from") == 0 && p.Vezes("where") <= 1;
         return simples ? QString() : QString("A alteração não é de uma tabela do livro.");
     }
     if (p.Palavra(0, "delete")) {
@@ -193,5 +196,6 @@ QString Porteiro::Recusa(std::string_view sql)
                              p.Vezes("from") == 1 && p.Vezes("where") <= 1;
         return simples ? QString() : QString("A exclusão não é de uma tabela do livro.");
     }
-    return p.Quantas() == 0 || p.Fim(0) ? QString("O comando está vazio.") : QString("O comando não é aceito.");
+    return p.Quantas() == 0 || p.Fim(0) ? QString("O comando está vazio.")
+                                        : QString("O comando não é aceito.");
 }

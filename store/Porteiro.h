@@ -14,9 +14,9 @@
  * - an INSERT of one row given by values, an UPDATE and a DELETE of one table; none of them with a query
  *   inside.
  *
- * What stands in quotes is content and not looked at. Comments are refused: "5--" passes for a calorie figure,
- * and the engine would take the rest of the statement, its Where included, for a comment and change every
- * recipe.
+ * What stands in quotes is content and not looked at. Comments are refused: "5--" passes for a calorie
+ * figure, and the engine would take the rest of the statement, its Where included, for a comment and change
+ * every recipe.
  */
 namespace Porteiro
 {

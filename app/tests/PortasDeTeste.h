@@ -2,6 +2,7 @@
 
 #include "app/frmPrincipal.h"
 #include "base/Abridor.h"
+#include "base/Alcance.h"
 #include "base/Avisos.h"
 #include "base/Relogio.h"
 #include "base/SeletorArquivos.h"
@@ -95,6 +96,7 @@ struct ProgramaDeTeste {
             janela.Completar(); // tests ask for controls before the first paint
     }
 
+    Alcance alcance;
     QTemporaryDir pasta;
     Banco banco;
     Figuras figuras;

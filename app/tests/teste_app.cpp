@@ -15,6 +15,7 @@
 #include "store/Comandos.h"
 
 #include <QAbstractItemView>
+#include <QAction>
 #include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
@@ -44,6 +45,28 @@ class TesteApp : public QObject
     {
         QTest::mouseMove(p->janela.windowHandle(), controle->mapTo(&p->janela, onde));
         QCoreApplication::processEvents();
+    }
+    /// To the window, as the window system brings it.
+    void Tecle(Qt::Key tecla, Qt::KeyboardModifiers modificadores = {}) const
+    {
+        QTest::keyClick(p->janela.windowHandle(), tecla, modificadores);
+    }
+    void Guardar(const QString &nome) const
+    {
+        Comandos::Receita receita;
+        receita.Nome = nome;
+        receita.Modo = "Asse.";
+        p->banco.ExecutarSQL(Comandos::SqlInserirReceita(receita, QDate(2005, 1, 1)));
+        const qint64 numero = p->banco.AbrirRecordset(Comandos::SqlMaiorNumero()).Valor(0).toLongLong();
+        p->banco.ExecutarSQL(Comandos::SqlInserirIngrediente(numero, "farinha", "2", "xícaras"));
+    }
+    QStringList Nomes() const
+    {
+        const QAbstractItemModel *linhas = C<QAbstractItemView>("lstVwReceitas")->model();
+        QStringList nomes;
+        for (int linha = 0; linha < linhas->rowCount(); ++linha)
+            nomes << linhas->index(linha, 0).data().toString();
+        return nomes;
     }
     QString Titulo() const { return C<QLabel>("lblTitulo")->text(); }
     void Abrir()
@@ -539,6 +562,169 @@ private slots:
         QVERIFY(visitados.contains("imgSaida"));
         QVERIFY(visitados.contains("lblFechar"));
         QVERIFY(!visitados.contains("lstVwReceitas")); // the list lies under the editor
+    }
+
+    void sobreUmaReceitaComecadaSoSeAlcancaALista()
+    {
+        Abrir();
+        Guardar("Bolo");
+        p->janela.CarregarDetalheReceita(1, false);
+        QTest::keyClicks(C("txtNome"), "X");
+        Clique("imgLstRcta");
+        QVERIFY(C("txtNome")->isVisible()); // covered, by promise, and no less
+        p->janela.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&p->janela));
+        for (const char tecla : {'e', 's', 'd', 'a', 'i', 'l'})
+            QTest::keyClick(p->janela.windowHandle(), tecla, Qt::AltModifier);
+        QCOMPARE(p->avisos.mostrados, QStringList());
+        QVERIFY(C("lstVwReceitas")->hasFocus());
+        C("txtNome")->setFocus(); // nobody sees it there
+        QVERIFY(C("lstVwReceitas")->hasFocus());
+        QTest::keyClicks(C("txtNome"), "Y");
+        QCOMPARE(C<QLineEdit>("txtNome")->text(), QString("XBolo"));
+        QCOMPARE(Nomes(), QStringList{"Bolo"});
+    }
+
+    void alterarReceitaPoeOFocoNoNome_data()
+    {
+        QTest::addColumn<QString>("como");
+        QTest::newRow("menu") << "menu";
+        QTest::newRow("cartão, mouse") << "mouse";
+        QTest::newRow("cartão, tecla de acesso") << "acesso";
+        QTest::newRow("cartão, barra de espaço") << "espaço";
+    }
+    void alterarReceitaPoeOFocoNoNome()
+    {
+        QFETCH(QString, como);
+        Abrir();
+        p->janela.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&p->janela));
+        Guardar("Bolo");
+        Guardar("Broa");
+        Clique("imgLstRcta");
+        auto *lista = C<QAbstractItemView>("lstVwReceitas");
+        lista->setCurrentIndex(lista->model()->index(0, 0));
+        if (como == "menu") {
+            C<QAction>("mnuAlterarReceita")->trigger();
+        } else {
+            Tecle(Qt::Key_Return);
+            QVERIFY(C("picView")->isVisible());
+            auto *alterar = C<QPushButton>("cmdAlterarReceita");
+            if (como == "mouse") {
+                QTest::mouseClick(alterar, Qt::LeftButton);
+            } else if (como == "acesso") {
+                Tecle(Qt::Key_A, Qt::AltModifier);
+            } else {
+                alterar->setFocus();
+                Tecle(Qt::Key_Space);
+            }
+        }
+        QVERIFY(C("picDetReceita")->isVisible());
+        QVERIFY(C("picView")->isHidden());
+        QVERIFY(C("lstVwReceitas")->isVisible());
+        QVERIFY2(C("txtNome")->hasFocus(), qPrintable(p->janela.focusWidget()->objectName()));
+        // What is typed goes there, and nothing of it to the list behind.
+        Tecle(Qt::Key_Delete);
+        Tecle(Qt::Key_S);
+        Tecle(Qt::Key_Return);
+        QCOMPARE(p->avisos.mostrados, QStringList());
+        QCOMPARE(Titulo(), QString(" Alteração da Receita "));
+        QVERIFY(C<QLineEdit>("txtNome")->text() != "Bolo");
+    }
+
+    void salvarOuExcluirComAPesquisaAbertaFechaOEditor_data()
+    {
+        QTest::addColumn<QString>("botao");
+        QTest::newRow("salvar") << "cmdSalvarRct";
+        QTest::newRow("excluir") << "cmdExcluirRct";
+    }
+    void salvarOuExcluirComAPesquisaAbertaFechaOEditor()
+    {
+        QFETCH(QString, botao);
+        Abrir();
+        Guardar("Bolo");
+        p->janela.CarregarDetalheReceita(1, false);
+        Clique("imgPesRcta");
+        QCOMPARE(Titulo(), QString(" Pesquisa de Receitas "));
+        QVERIFY(C("picDetReceita")->isVisible());
+        C<QPushButton>(botao.toLatin1().constData())->click();
+        QVERIFY(C("picDetReceita")->isHidden());
+        QVERIFY(C("picPesReceita")->isVisible());
+        QCOMPARE(Titulo(), QString(" Receitas Cadastradas"));
+        QCOMPARE(C<Painel>("picLstReceitas")->Altura(), 3780);
+        QStringList titulos;
+        for (int i = 0; i < 6 && !C("picTitulo")->isHidden(); ++i) {
+            Clique("lblFechar");
+            titulos << Titulo();
+        }
+        QVERIFY(!titulos.contains(" Nova Receita "));
+        QVERIFY(!titulos.contains(" Alteração da Receita "));
+    }
+
+    void oQueAOutraCopiaPedeEsperaPorCadaOperacao_data()
+    {
+        QTest::addColumn<Operacao::Tipo>("tipo");
+        int numero = 0;
+        for (const auto tipo : {Operacao::Tipo::Preenchimento, Operacao::Tipo::Rolagem,
+                                Operacao::Tipo::Dialogo, Operacao::Tipo::Gravacao, Operacao::Tipo::Exclusao,
+                                Operacao::Tipo::Importacao, Operacao::Tipo::Exportacao, Operacao::Tipo::Email,
+                                Operacao::Tipo::Impressao, Operacao::Tipo::Backup,
+                                Operacao::Tipo::Restauracao, Operacao::Tipo::Visita, Operacao::Tipo::Menu})
+            QTest::addRow("%d", ++numero) << tipo;
+    }
+    void oQueAOutraCopiaPedeEsperaPorCadaOperacao()
+    {
+        QFETCH(Operacao::Tipo, tipo);
+        Abrir();
+        Guardar("Bolo");
+        {
+            const Operacao operacao(tipo);
+            p->janela.RecarregarLista();
+            p->janela.RecarregarLista();
+            p->janela.AvisarDepois("Um recado.");
+            DeixarEventosRodarem();
+            QCOMPARE(Nomes(), QStringList());
+            QCOMPARE(p->avisos.mostrados, QStringList());
+        }
+        QTRY_COMPARE(p->avisos.mostrados, QStringList{"informacao: Um recado."});
+        QCOMPARE(Nomes(), QStringList{"Bolo"});
+    }
+
+    void cadaBotaoContraUmaRolagem_data()
+    {
+        QTest::addColumn<QString>("botao");
+        QTest::addColumn<QString>("titulo");
+        QTest::newRow("nova") << "imgDetRcta"
+                              << " Nova Receita ";
+        QTest::newRow("pesquisa") << "imgPesRcta"
+                                  << " Pesquisa de Receitas ";
+        QTest::newRow("lista") << "imgLstRcta"
+                               << " Receitas Cadastradas";
+    }
+    void cadaBotaoContraUmaRolagem()
+    {
+        QFETCH(QString, botao);
+        QFETCH(QString, titulo);
+        Abrir();
+        Clique("lblFechar");
+        QVERIFY(C("picTitulo")->isHidden());
+        bool clicado = false;
+        QStringList durante;
+        QTimer timer; // a click of the user in the middle of the list's roll
+        connect(&timer, &QTimer::timeout, this, [&] {
+            if (C<Painel>("picLstReceitas")->Altura() < 1000)
+                return;
+            timer.stop();
+            clicado = true;
+            QTest::mouseClick(C(botao.toLatin1().constData()), Qt::LeftButton);
+            durante << Titulo();
+        });
+        timer.start(0);
+        Clique("imgLstRcta");
+        QVERIFY(clicado);
+        QCOMPARE(durante, QStringList{" Receitas Cadastradas"}); // it waits
+        QCOMPARE(C<Painel>("picLstReceitas")->Altura(), 6540);
+        QTRY_COMPARE(Titulo(), titulo); // and is not lost
     }
 
     void nenhumEloDoRodapeAcendeAoAbrir()

@@ -2,6 +2,7 @@
 #include "backup/RestauracaoDoLivro.h"
 #include "backup/tests/Duplos.h"
 #include "base/EventosPendentes.h"
+#include "base/Operacao.h"
 #include "base/Ponteiro.h"
 #include "packages/Recipiente.h"
 #include "store/ErroBanco.h"
@@ -356,8 +357,8 @@ void TesteBackup::aJanelaViveEOCliqueRepetidoNaoEntra()
         if (deNovo)
             return;
         deNovo = true;
-        m_cozinha->backup.imgBackup_Click();
-        m_cozinha->backup.imgRestore_Click();
+        QVERIFY(!Operacao::Pedir(this, [this] { m_cozinha->backup.imgBackup_Click(); }));
+        QVERIFY(!Operacao::Pedir(this, [this] { m_cozinha->backup.imgRestore_Click(); }));
     };
     m_cozinha->Backup(Caminho("a.bck"));
     QVERIFY(deNovo);

@@ -1,6 +1,5 @@
 #include "backup/ArquivoBackup.h"
 #include "backup/EscalaDeProgresso.h"
-#include "backup/EscritaSegura.h"
 #include "packages/Recipiente.h"
 #include "packages/RecipienteEmFatias.h"
 
@@ -131,13 +130,6 @@ private:
     qint64 m_cabem;
 };
 
-void Gravar(const QString &caminho, const QByteArray &bytes)
-{
-    QFile arquivo(caminho);
-    QVERIFY(arquivo.open(QIODevice::WriteOnly));
-    QCOMPARE(arquivo.write(bytes), bytes.size());
-}
-
 QByteArray Conteudo(const QString &caminho)
 {
     QFile arquivo(caminho);
@@ -176,12 +168,6 @@ private slots:
 
     void aBarraFicaAbaixoDe32001_data();
     void aBarraFicaAbaixoDe32001();
-
-    void semConfirmarOAnteriorFica();
-    void confirmadoSubstituiEGuardaAsPermissoes();
-    void umLinkLevaAoArquivo();
-    void pastaNaoESubstituida();
-    void renomearSobreSubstitui();
 };
 
 void TesteBackupFormato::cabecalhoTemNomeBrancosENoveAlgarismos()
@@ -479,71 +465,6 @@ void TesteBackupFormato::aBarraFicaAbaixoDe32001()
     const EscalaDeProgresso escala(tamanho);
     QCOMPARE(escala.total, total);
     QCOMPARE(escala.divisor, divisor);
-}
-
-void TesteBackupFormato::semConfirmarOAnteriorFica()
-{
-    QTemporaryDir pasta;
-    const QString caminho = pasta.filePath("a.bck");
-    Gravar(caminho, "anterior");
-    {
-        EscritaSegura escrita(caminho);
-        QVERIFY(escrita.Abrir());
-        QCOMPARE(escrita.Arquivo().write("novo"), 4);
-    }
-    QCOMPARE(Conteudo(caminho), "anterior");
-    QCOMPARE(QDir(pasta.path()).entryList(QDir::Files | QDir::Hidden), {"a.bck"});
-}
-
-void TesteBackupFormato::confirmadoSubstituiEGuardaAsPermissoes()
-{
-    QTemporaryDir pasta;
-    const QString caminho = pasta.filePath("a.bck");
-    Gravar(caminho, "um conteudo anterior mais longo");
-    QVERIFY(QFile::setPermissions(caminho, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser |
-                                               QFile::WriteUser | QFile::ReadGroup));
-    const QFile::Permissions antes = QFile::permissions(caminho);
-    Gravar(pasta.filePath("~a.bck.tmp"), "left by a run that was cut off");
-    EscritaSegura escrita(caminho);
-    QVERIFY(escrita.Abrir());
-    QCOMPARE(escrita.Arquivo().write("novo"), 4);
-    QVERIFY(escrita.Confirmar());
-    QCOMPARE(Conteudo(caminho), "novo");
-    QCOMPARE(QFile::permissions(caminho), antes);
-    QCOMPARE(QDir(pasta.path()).entryList(QDir::Files | QDir::Hidden), {"a.bck"});
-}
-
-void TesteBackupFormato::umLinkLevaAoArquivo()
-{
-    QTemporaryDir pasta;
-    Gravar(pasta.filePath("verdadeiro"), "anterior");
-    QVERIFY(QFile::link(pasta.filePath("verdadeiro"), pasta.filePath("link")));
-    EscritaSegura escrita(pasta.filePath("link"));
-    QVERIFY(escrita.Abrir());
-    escrita.Arquivo().write("novo");
-    QVERIFY(escrita.Confirmar());
-    QVERIFY(QFileInfo(pasta.filePath("link")).isSymLink());
-    QCOMPARE(Conteudo(pasta.filePath("verdadeiro")), "novo");
-}
-
-void TesteBackupFormato::pastaNaoESubstituida()
-{
-    QTemporaryDir pasta;
-    QVERIFY(QDir(pasta.path()).mkdir("a.bck"));
-    QVERIFY(!EscritaSegura(pasta.filePath("a.bck")).Abrir());
-    QVERIFY(!EscritaSegura(pasta.filePath("nao existe/a.bck")).Abrir());
-}
-
-void TesteBackupFormato::renomearSobreSubstitui()
-{
-    QTemporaryDir pasta;
-    Gravar(pasta.filePath("a"), "novo");
-    Gravar(pasta.filePath("b"), "anterior");
-    QVERIFY(RenomearSobre(pasta.filePath("a"), pasta.filePath("b")));
-    QCOMPARE(Conteudo(pasta.filePath("b")), "novo");
-    QVERIFY(!QFile::exists(pasta.filePath("a")));
-    QVERIFY(!RenomearSobre(pasta.filePath("a"), pasta.filePath("b")));
-    QCOMPARE(Conteudo(pasta.filePath("b")), "novo");
 }
 
 QTEST_GUILESS_MAIN(TesteBackupFormato)

@@ -1,6 +1,9 @@
 #include "base/Acompanha.h"
+#include "base/EventosPendentes.h"
 #include "base/FiltrarTecla.h"
+#include "base/FonteDeItens.h"
 #include "base/Numero.h"
+#include "base/Operacao.h"
 #include "base/OperacaoLonga.h"
 #include "base/PaginaCodigo.h"
 #include "base/PainelMensagem.h"
@@ -13,6 +16,10 @@
 #include <QLocale>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
+
+#include <memory>
+#include <optional>
 
 namespace
 {
@@ -40,6 +47,32 @@ class TesteBase : public QObject
 {
     Q_OBJECT
 private slots:
+    void achaOPrimeiroQueComeca_data()
+    {
+        QTest::addColumn<QString>("prefixo");
+        QTest::addColumn<int>("achado");
+        QTest::newRow("sem olhar maiúsculas") << "ma" << 1;
+        QTest::newRow("o primeiro da lista") << "MASSA" << 1;
+        QTest::newRow("o texto inteiro") << "massas finas" << 2;
+        QTest::newRow("mais que o texto inteiro") << "massas finas e" << -1;
+        QTest::newRow("o acento distingue") << "pa" << 4;
+        QTest::newRow("acento sem olhar maiúsculas") << "PÃ" << 3;
+        QTest::newRow("no meio não vale") << "ssas" << -1;
+        QTest::newRow("vazio não acha nada") << "" << -1;
+        QTest::newRow("acrescentado") << "ze" << 6;
+        // Folding it would change the count of letters that are still missing.
+        QTest::newRow("a dobra não muda o tamanho") << "STRASSE" << -1;
+        QTest::newRow("letra sem maiúscula de um caractere") << "straß" << 5;
+    }
+    void achaOPrimeiroQueComeca()
+    {
+        FonteDeTextos busca({"", "Massas", "Massas Finas", "pães", "Panquecas", "Straße"});
+        busca.Acrescentar("Zebra");
+        QCOMPARE(busca.Quantos(), 7);
+        QFETCH(QString, prefixo);
+        QTEST(busca.Procurar(prefixo), "achado");
+    }
+
     void init() { Separadores::Definir({u',', u'.'}); }
 
     void oGuiaEOsExemplosVemComOPrograma()
@@ -226,6 +259,123 @@ private slots:
         QCOMPARE(TwipsParaPixels(220), 15);
         QCOMPARE(TwipsParaPixels(420), 28);
         QCOMPARE(TwipsParaPixels(6540), 436);
+    }
+
+    void oPedidoDoUsuarioContraCadaOperacao_data()
+    {
+        using Tipo = Operacao::Tipo;
+        QTest::addColumn<Operacao::Tipo>("tipo");
+        QTest::addColumn<QString>("pedido"); // what becomes of what the user asks for
+        const auto linha = [](const char *nome, Tipo tipo, const QString &pedido) {
+            QTest::newRow(nome) << tipo << pedido;
+        };
+        linha("partida", Tipo::Partida, "agora");
+        linha("preenchimento", Tipo::Preenchimento, "depois");
+        linha("rolagem", Tipo::Rolagem, "depois");
+        linha("diálogo", Tipo::Dialogo, "nunca");
+        linha("longa", Tipo::Longa, "nunca");
+        linha("gravação", Tipo::Gravacao, "nunca");
+        linha("exclusão", Tipo::Exclusao, "nunca");
+        linha("importação", Tipo::Importacao, "nunca");
+        linha("exportação", Tipo::Exportacao, "nunca");
+        linha("e-mail", Tipo::Email, "nunca");
+        linha("impressão", Tipo::Impressao, "nunca");
+        linha("backup", Tipo::Backup, "nunca");
+        linha("restauração", Tipo::Restauracao, "nunca");
+        linha("visita", Tipo::Visita, "agora");
+        linha("menu", Tipo::Menu, "agora");
+    }
+    void oPedidoDoUsuarioContraCadaOperacao()
+    {
+        QFETCH(Operacao::Tipo, tipo);
+        QFETCH(QString, pedido);
+        QObject dono;
+        int pedidos = 0;
+        int tarefas = 0;
+        {
+            Operacao operacao(tipo);
+            QVERIFY(Operacao::EmAndamento());
+            QVERIFY(Operacao::EmAndamento(tipo));
+            QVERIFY(!Operacao::EmAndamentoAlemDe(tipo));
+            QCOMPARE(Operacao::PodeComecar(), pedido == "agora");
+            QCOMPARE(Operacao::Pedir(&dono, [&] { ++pedidos; }), pedido != "nunca");
+            Operacao::QuandoLivre(&dono, [&] { ++tarefas; });
+            DeixarEventosRodarem();
+            QCOMPARE(pedidos, pedido == "agora" ? 1 : 0);
+            QCOMPARE(tarefas, 0); // what nobody asked for waits for whatever runs
+        }
+        QVERIFY(!Operacao::EmAndamento());
+        QCOMPARE(tarefas, 0); // and does not start in the middle of its end
+        DeixarEventosRodarem();
+        QCOMPARE(pedidos, pedido == "nunca" ? 0 : 1);
+        QCOMPARE(tarefas, 1);
+    }
+
+    void aOperacaoDeDentroDecide()
+    {
+        QObject dono;
+        int pedidos = 0;
+        std::optional<Operacao> exclusao(Operacao::Tipo::Exclusao);
+        {
+            const Operacao preenchimento(Operacao::Tipo::Preenchimento);
+            const Operacao menu(Operacao::Tipo::Menu);
+            QVERIFY(Operacao::Pedir(&dono, [&] { ++pedidos; }));
+        }
+        DeixarEventosRodarem();
+        QCOMPARE(pedidos, 0); // the deletion that had filled the list is not over
+        exclusao->Encerrar();
+        exclusao->Encerrar();
+        DeixarEventosRodarem();
+        QCOMPARE(pedidos, 1);
+    }
+
+    void oPedidoMaisNovoDeUmControleFicaNoLugarDoMaisVelho()
+    {
+        QObject botao;
+        QObject outro;
+        QStringList feitos;
+        {
+            auto perdido = std::make_unique<QObject>();
+            const Operacao preenchimento(Operacao::Tipo::Preenchimento);
+            Operacao::Pedir(&botao, [&] { feitos << "velho"; });
+            Operacao::Pedir(&outro, [&] { feitos << "outro"; });
+            Operacao::Pedir(&botao, [&] { feitos << "novo"; });
+            Operacao::Pedir(perdido.get(), [&] { feitos << "de ninguém"; });
+            Operacao::QuandoLivre(&botao, [&] { feitos << "uma tarefa"; });
+            Operacao::QuandoLivre(&botao, [&] { feitos << "outra tarefa"; });
+        }
+        DeixarEventosRodarem();
+        QCOMPARE(feitos, (QStringList{"outro", "novo", "uma tarefa", "outra tarefa"}));
+    }
+
+    void oQueEsperaComecaUmDepoisDoOutro()
+    {
+        QObject um;
+        QObject dois;
+        QStringList feitos;
+        Operacao::QuandoLivre(&um, [&] {
+            const Operacao preenchimento(Operacao::Tipo::Preenchimento);
+            feitos << "um";
+            DeixarEventosRodarem();
+            feitos << "fim de um";
+        });
+        Operacao::QuandoLivre(&dois, [&] { feitos << "dois"; });
+        DeixarEventosRodarem();
+        QCOMPARE(feitos, (QStringList{"um", "fim de um", "dois"}));
+    }
+
+    void mostrarMudancasNaoDeixaPassarTempoNemPedidos()
+    {
+        int passaram = 0;
+        QTimer timer;
+        connect(&timer, &QTimer::timeout, this, [&] { ++passaram; });
+        timer.start(0);
+        QMetaObject::invokeMethod(
+            this, [&] { ++passaram; }, Qt::QueuedConnection);
+        MostrarMudancas();
+        QCOMPARE(passaram, 0);
+        DeixarEventosRodarem();
+        QVERIFY(passaram >= 2);
     }
 
     void aOperacaoLongaSegueOPainelEOPonteiro()

@@ -1,6 +1,8 @@
+#include "base/Alcance.h"
 #include "base/AvisosQt.h"
 #include "base/BotaoImagem.h"
 #include "base/CampoTexto.h"
+#include "base/Comando.h"
 #include "base/EventosPendentes.h"
 #include "base/Painel.h"
 #include "base/Ponteiro.h"
@@ -8,12 +10,14 @@
 #include "base/SeletorArquivosQt.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QShortcut>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -52,6 +56,46 @@ protected:
         if (aoRolar)
             QTimer::singleShot(0, this, aoRolar);
     }
+};
+
+/// Two panels in one place, the second in front, and a button beside them.
+struct DoisPaineis {
+    DoisPaineis()
+    {
+        Painel::DefinirRitmo(0);
+        janela.resize(600, 500);
+        atras.DefinirLugar(0, 0, 6000, 6000);
+        frente.DefinirLugar(0, 0, 6000, 6000);
+        ao_lado.setGeometry(450, 10, 100, 30);
+        int y = 10;
+        for (QWidget *controle : std::initializer_list<QWidget *>{&campoAtras, &salvarAtras, &marcaAtras}) {
+            controle->setGeometry(10, y, 200, 30);
+            y += 40;
+        }
+        campoFrente.setGeometry(10, 10, 200, 30);
+        excluirFrente.setGeometry(10, 50, 200, 30);
+        atras.setFocusProxy(&campoAtras);
+        frente.hide();
+        janela.show();
+        janela.activateWindow();
+        if (!QTest::qWaitForWindowActive(&janela))
+            qFatal("the window does not become active");
+    }
+    void Teclar(Qt::Key tecla, Qt::KeyboardModifiers modificadores = {})
+    {
+        QTest::keyClick(janela.windowHandle(), tecla, modificadores);
+    }
+
+    Alcance alcance;
+    QWidget janela;
+    Painel atras{"atras", &janela};
+    Painel frente{"frente", &janela};
+    QPushButton ao_lado{"&Voltar", &janela};
+    CampoTexto campoAtras{"campoAtras", &atras};
+    QPushButton salvarAtras{"&Salvar", &atras};
+    QCheckBox marcaAtras{"&Marcar", &atras};
+    CampoTexto campoFrente{"campoFrente", &frente};
+    QPushButton excluirFrente{"&Excluir", &frente};
 };
 
 QMessageBox *CaixaAberta()
@@ -340,6 +384,177 @@ private slots:
         QTest::mouseClick(&botao, Qt::LeftButton);
         QCOMPARE(clicado.count(), 3);
         QCOMPARE(botao.accessibleName(), QString("Lista de Receitas"));
+    }
+
+    void oQueOutroPainelCobreNaoSeAlcanca()
+    {
+        DoisPaineis p;
+        QVERIFY(Alcance::Alcanca(p.campoAtras));
+        QVERIFY(!Alcance::Alcanca(p.campoFrente)); // hidden
+        p.frente.show();
+        QVERIFY(Alcance::Alcanca(p.campoFrente));
+        QVERIFY(p.campoAtras.isVisible());
+        QVERIFY(Alcance::Encoberto(p.campoAtras));
+        QVERIFY(!Alcance::Alcanca(p.campoAtras));
+        QVERIFY(Alcance::Alcanca(p.ao_lado));
+        p.ao_lado.setEnabled(false);
+        QVERIFY(!Alcance::Alcanca(p.ao_lado));
+        p.atras.raise();
+        QVERIFY(Alcance::Alcanca(p.campoAtras));
+        QVERIFY(!Alcance::Alcanca(p.campoFrente));
+    }
+
+    void oFocoVaiAoPainelQueCobre()
+    {
+        DoisPaineis p;
+        p.campoAtras.setFocus();
+        p.frente.show();
+        QVERIFY(p.campoFrente.hasFocus());
+        p.campoAtras.setFocus(); // and does not come back by anybody's wish
+        QVERIFY(p.campoFrente.hasFocus());
+        p.atras.raise();
+        QVERIFY(p.campoAtras.hasFocus());
+    }
+
+    void umPainelQueRolaCobreDesdeOsPrimeirosPassos()
+    {
+        DoisPaineis p;
+        p.campoAtras.setFocus();
+        p.frente.DefinirAltura(Painel::kRecolhido);
+        p.frente.show();
+        QVERIFY(p.campoAtras.hasFocus()); // it is still what is seen
+        QVERIFY(!Alcance::Encoberto(p.campoAtras));
+        QList<int> alturas;
+        QTimer olhar;
+        connect(&olhar, &QTimer::timeout, this, [&] {
+            QVERIFY(Alcance::Encoberto(p.campoAtras));
+            QVERIFY(p.campoFrente.hasFocus() || p.frente.Altura() == Painel::kRecolhido);
+            alturas << p.frente.Altura();
+        });
+        olhar.start(0);
+        QVERIFY(p.frente.Rolar(6000));
+        QVERIFY(alturas.contains(220));
+    }
+
+    void asTeclasNaoChegamAoQueEstaEncoberto()
+    {
+        DoisPaineis p;
+        p.frente.show();
+        QSignalSpy salvou(&p.salvarAtras, &QPushButton::clicked);
+        QTest::keyClicks(&p.campoAtras, "abc");
+        QTest::keyClick(&p.salvarAtras, Qt::Key_Space);
+        QCOMPARE(p.campoAtras.text(), QString());
+        QCOMPARE(salvou.count(), 0);
+        QInputMethodEvent acento;
+        acento.setCommitString("ã");
+        QCoreApplication::sendEvent(&p.campoAtras, &acento);
+        QCOMPARE(p.campoAtras.text(), QString());
+    }
+
+    void asTeclasDeAcessoSoDoQueSeAlcanca()
+    {
+        DoisPaineis p;
+        QSignalSpy salvou(&p.salvarAtras, &QPushButton::clicked);
+        QSignalSpy voltou(&p.ao_lado, &QPushButton::clicked);
+        p.campoAtras.setFocus();
+        p.Teclar(Qt::Key_S, Qt::AltModifier);
+        QCOMPARE(salvou.count(), 1); // at once
+        p.Teclar(Qt::Key_M, Qt::AltModifier);
+        QVERIFY(p.marcaAtras.isChecked());
+        QVERIFY(p.marcaAtras.hasFocus());
+
+        p.frente.show();
+        p.Teclar(Qt::Key_S, Qt::AltModifier);
+        p.Teclar(Qt::Key_M, Qt::AltModifier);
+        QCOMPARE(salvou.count(), 1);
+        QVERIFY(p.marcaAtras.isChecked());
+        QCOMPARE(p.campoFrente.text(), QString());
+        p.Teclar(Qt::Key_V, Qt::AltModifier);
+        QCOMPARE(voltou.count(), 1);
+
+        // The same letter behind does not stand in the way of the one in front.
+        p.excluirFrente.setText("&Salvar Tudo");
+        QSignalSpy salvouTudo(&p.excluirFrente, &QPushButton::clicked);
+        p.Teclar(Qt::Key_S, Qt::AltModifier);
+        p.Teclar(Qt::Key_S, Qt::AltModifier);
+        QCOMPARE(salvouTudo.count(), 2);
+        QCOMPARE(salvou.count(), 1);
+    }
+
+    void osAtalhosSoDoQueSeAlcanca()
+    {
+        DoisPaineis p;
+        QShortcut atalho(QKeySequence("Ctrl+K"), &p.atras);
+        QSignalSpy ativado(&atalho, &QShortcut::activated);
+        p.Teclar(Qt::Key_K, Qt::ControlModifier);
+        QCOMPARE(ativado.count(), 1);
+        p.frente.show();
+        p.Teclar(Qt::Key_K, Qt::ControlModifier);
+        QCOMPARE(ativado.count(), 1);
+    }
+
+    void altComLetraSemBotaoNaoEscreveNada()
+    {
+        DoisPaineis p;
+        p.campoAtras.setFocus();
+        QTest::keyClick(p.janela.windowHandle(), 'x', Qt::AltModifier);
+        p.ao_lado.setEnabled(false);
+        QTest::keyClick(p.janela.windowHandle(), 'v', Qt::AltModifier);
+        QTest::keyClick(&p.campoAtras, 'y', Qt::AltModifier);
+        QCOMPARE(p.campoAtras.text(), QString());
+        QTest::keyClick(p.janela.windowHandle(), 'z');
+        QKeyEvent arroba(QEvent::KeyPress, Qt::Key_At, Qt::GroupSwitchModifier, "@"); // AltGr is no Alt
+        QCoreApplication::sendEvent(&p.campoAtras, &arroba);
+        QCOMPARE(p.campoAtras.text(), QString("z@"));
+    }
+
+    void aTeclaTabNaoParaNoQueEstaEncoberto()
+    {
+        DoisPaineis p;
+        p.frente.show();
+        p.campoFrente.setFocus();
+        for (QWidget *esperado : std::initializer_list<QWidget *>{&p.excluirFrente, &p.ao_lado}) {
+            QVERIFY(Alcance::MoverFoco(p.janela, true));
+            QVERIFY2(esperado->hasFocus(), qPrintable(p.janela.focusWidget()->objectName()));
+        }
+        QVERIFY(Alcance::MoverFoco(p.janela, true));
+        QVERIFY(p.campoFrente.hasFocus());
+        QVERIFY(Alcance::MoverFoco(p.janela, false));
+        QVERIFY(p.ao_lado.hasFocus());
+    }
+
+    void atrasDeUmDialogoNadaSeAlcanca()
+    {
+        DoisPaineis p;
+        QDialog dialogo(&p.janela);
+        QPushButton ok("&OK", &dialogo);
+        dialogo.setModal(true);
+        dialogo.show();
+        QVERIFY(Alcance::Alcanca(ok));
+        QVERIFY(!Alcance::Alcanca(p.campoAtras));
+    }
+
+    void oComandoQueEsperouNaoComecaEncoberto()
+    {
+        DoisPaineis p;
+        AvisosGravados avisos;
+        int feitos = 0;
+        connect(&p.salvarAtras, &QPushButton::clicked, &p.janela,
+                Comando(avisos, &p.salvarAtras, [&] { ++feitos; }));
+        const auto clicarDuranteUmaRolagem = [&] {
+            const Operacao rolagem(Operacao::Tipo::Rolagem);
+            p.salvarAtras.click();
+            QCOMPARE(feitos, 0);
+        };
+        clicarDuranteUmaRolagem();
+        QTRY_COMPARE(feitos, 1);
+        feitos = 0;
+        clicarDuranteUmaRolagem();
+        p.frente.show();
+        QCoreApplication::processEvents();
+        QCOMPARE(feitos, 0);
+        p.salvarAtras.click(); // nor does one that nothing holds up
+        QCOMPARE(feitos, 0);
     }
 
     // Last, because the end of the program cannot be taken back.

@@ -1,5 +1,4 @@
 #include "base/Relogio.h"
-#include "editor/BuscaPrefixo.h"
 #include "editor/EstadoFigura.h"
 #include "editor/GravarReceita.h"
 #include "editor/LerReceita.h"
@@ -168,56 +167,6 @@ private slots:
     {
         QFETCH(QString, ultima);
         QTEST(ProximaChave(ultima), "proxima");
-    }
-
-    void achaOPrimeiroQueComeca_data()
-    {
-        QTest::addColumn<QString>("prefixo");
-        QTest::addColumn<int>("achado");
-        QTest::newRow("sem olhar maiúsculas") << "ma" << 1;
-        QTest::newRow("o primeiro da lista") << "MASSA" << 1;
-        QTest::newRow("o texto inteiro") << "massas finas" << 2;
-        QTest::newRow("mais que o texto inteiro") << "massas finas e" << -1;
-        QTest::newRow("o acento distingue") << "pa" << 4;
-        QTest::newRow("acento sem olhar maiúsculas") << "PÃ" << 3;
-        QTest::newRow("no meio não vale") << "ssas" << -1;
-        QTest::newRow("vazio não acha nada") << "" << -1;
-        QTest::newRow("acrescentado") << "ze" << 6;
-        // Folding it would change the count of letters that are still missing.
-        QTest::newRow("a dobra não muda o tamanho") << "STRASSE" << -1;
-        QTest::newRow("letra sem maiúscula de um caractere") << "straß" << 5;
-    }
-    void achaOPrimeiroQueComeca()
-    {
-        BuscaPrefixo busca;
-        busca.Definir({"", "Massas", "Massas Finas", "pães", "Panquecas", "Straße"});
-        busca.Acrescentar("Zebra");
-        QCOMPARE(busca.Quantidade(), 7);
-        QFETCH(QString, prefixo);
-        QTEST(busca.Procurar(prefixo), "achado");
-    }
-
-    void achaComoAProcuraSimples()
-    {
-        QRandomGenerator acaso(20051121);
-        QStringList itens;
-        for (int i = 0; i < 3000; ++i) {
-            QString item;
-            for (int n = acaso.bounded(1, 7); n > 0; --n)
-                item += QStringView(u"abAB cÇçãÃ").at(acaso.bounded(10));
-            itens += item;
-        }
-        BuscaPrefixo busca;
-        busca.Definir(itens);
-        for (int i = 0; i < 500; ++i) {
-            const QString prefixo = itens[acaso.bounded(itens.size())].left(acaso.bounded(1, 7)).toUpper();
-            int esperado = -1;
-            for (int j = 0; j < itens.size() && esperado < 0; ++j) {
-                if (itens[j].startsWith(prefixo, Qt::CaseInsensitive))
-                    esperado = j;
-            }
-            QCOMPARE(busca.Procurar(prefixo), esperado);
-        }
     }
 
     void escreveOsComandosDaTela()

@@ -4,9 +4,11 @@
 #include "news/LimparPagina.h"
 #include "news/PastaDaPagina.h"
 
+#include <QBuffer>
 #include <QDir>
 #include <QFile>
 #include <QImage>
+#include <QImageWriter>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
@@ -92,6 +94,7 @@ private slots:
     void soLeOComecoDeUmArquivoEnorme();
     void figurasDaPastaLocal();
     void figuraBombaNaoSeAbre();
+    void figuraDeMuitasPassadasNaoSeAbre();
 };
 
 void TesteLimparPagina::escreveOQueConhece_data()
@@ -540,6 +543,41 @@ void TesteLimparPagina::figuraBombaNaoSeAbre()
     QVERIFY(!pasta.PegarFigura("g0.png").chave.isEmpty());
     QVERIFY(!pasta.PegarFigura("g1.png").chave.isEmpty());
     QVERIFY(pasta.PegarFigura("g2.png").chave.isEmpty()); // all together would be too much
+}
+
+/// A JPEG whose last scan is repeated: a few bytes each, and for each the decoder goes over every pixel.
+void TesteLimparPagina::figuraDeMuitasPassadasNaoSeAbre()
+{
+    const QTemporaryDir raiz;
+    QImage desenho(600, 500, QImage::Format_RGB32);
+    for (int y = 0; y < desenho.height(); ++y) {
+        for (int x = 0; x < desenho.width(); ++x)
+            desenho.setPixel(x, y, qRgb(x & 255, y & 255, (x * y) & 255));
+    }
+    QByteArray bytes;
+    QBuffer saida(&bytes);
+    QVERIFY(saida.open(QIODevice::WriteOnly));
+    QImageWriter escritor(&saida, "jpeg");
+    escritor.setProgressiveScanWrite(true);
+    QVERIFY(escritor.write(desenho));
+    const QByteArray passada = bytes.mid(bytes.lastIndexOf("\xFF\xDA")).chopped(2);
+    const auto gravar = [&](const QString &nome, int mais) {
+        QFile arquivo(raiz.filePath(nome));
+        QVERIFY(arquivo.open(QIODevice::WriteOnly));
+        arquivo.write(bytes.chopped(2) + passada.repeated(mais) + bytes.right(2));
+    };
+    gravar("comum.jpg", 0);
+    gravar("bomba.jpg", 3000);
+    for (int i = 0; i < 10; ++i)
+        gravar("p" + QString::number(i) + ".jpg", 80); // each bearable, all of them not
+
+    PastaLocal pasta(raiz.path());
+    QVERIFY(!pasta.PegarFigura("comum.jpg").chave.isEmpty());
+    QVERIFY(pasta.PegarFigura("bomba.jpg").chave.isEmpty());
+    int abertas = 0;
+    for (int i = 0; i < 10; ++i)
+        abertas += !pasta.PegarFigura("p" + QString::number(i) + ".jpg").chave.isEmpty();
+    QCOMPARE(abertas, 4);
 }
 
 QTEST_GUILESS_MAIN(TesteLimparPagina)

@@ -1,4 +1,4 @@
-#include "news/ArquivoInteiro.h"
+#include "base/tests/LimiteDeArquivo.h"
 #include "news/ClienteWebQt.h"
 #include "news/Novidades.h"
 #include "news/tests/ServidorLocal.h"
@@ -365,20 +365,16 @@ void TesteNovidades::oTrabalhoQueUmaQuedaDeixouNaoAtrapalha()
 
 void TesteNovidades::discoQueRecusaDeixaOArquivoAntigo()
 {
-    QTemporaryDir pasta;
-    const QString alvo = pasta.filePath("alvo");
-    QVERIFY(GravarArquivoInteiro(alvo, "um"));
-    // A folder under the work name: the file beside cannot be made.
-    QVERIFY(QDir().mkpath(pasta.filePath("~novidade.tmp/cheia")));
-    QVERIFY(!GravarArquivoInteiro(alvo, "dois"));
-    QFile arquivo(alvo);
-    QVERIFY(arquivo.open(QIODevice::ReadOnly));
-    QCOMPARE(arquivo.readAll(), "um");
-    // A folder under the final name: the rename is refused, and the work file does not stay.
-    QDir(pasta.filePath("~novidade.tmp")).removeRecursively();
-    QVERIFY(QDir().mkpath(pasta.filePath("dir/cheia")));
-    QVERIFY(!GravarArquivoInteiro(pasta.filePath("dir"), "dois"));
-    QVERIFY(!QFile::exists(pasta.filePath("~novidade.tmp")));
+    Cena cena;
+    cena.Site("index.htm", {{"index.htm", "um"}});
+    cena.Visitar();
+    cena.Site("index.htm", {{"index.htm", QByteArray(5000, 'x')}});
+    {
+        const LimiteDeArquivo limite(1000);
+        cena.Visitar();
+    }
+    QCOMPARE(cena.Ler("index.htm"), "um");
+    QCOMPARE(cena.NaPasta(), QStringList({"index.htm"}));
 }
 
 QTEST_MAIN(TesteNovidades)

@@ -1,4 +1,5 @@
 #include "base/EventosPendentes.h"
+#include "base/Operacao.h"
 #include "base/Ponteiro.h"
 #include "packages/Exportacao.h"
 #include "packages/Recipiente.h"
@@ -319,7 +320,7 @@ void TesteExportacao::segundoCliqueDuranteAExportacaoNaoFazNada()
     int cliques = 0;
     m_painel.aoAvancar = [&](int) {
         ++cliques;
-        m_exportacao->imgTransmit_Click({{1, ""}});
+        QVERIFY(!Operacao::Pedir(this, [this] { m_exportacao->imgTransmit_Click({{1, ""}}); }));
         m_janela.tela = "Detalhe"; // nor does it matter that the user looks elsewhere by now
     };
     Exportar({{1, ""}, {2, ""}, {3, ""}});

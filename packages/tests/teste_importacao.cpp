@@ -1,3 +1,4 @@
+#include "base/Alcance.h"
 #include "base/PaginaCodigo.h"
 #include "base/Ponteiro.h"
 #include "packages/ComandosImportacao.h"
@@ -113,6 +114,7 @@ private:
     std::unique_ptr<QTemporaryDir> m_correio;
     AvisosDeTeste m_avisos;
     RelogioParado m_relogio;
+    const Alcance m_alcance;
     std::unique_ptr<frmImportacao> m_form;
 };
 

@@ -1,4 +1,5 @@
 #include "base/EventosPendentes.h"
+#include "base/Operacao.h"
 #include "base/Ponteiro.h"
 #include "print/Impressao.h"
 #include "print/ImprimirReceita.h"
@@ -514,7 +515,9 @@ void TesteImpressao::erroNoLivroEscondeOPainelENaoImprime()
 void TesteImpressao::segundoPedidoDuranteAImpressaoEIgnorado()
 {
     const qint64 numero = Gravar(Bolo());
-    m_painel.aoAvancar = [&](int) { m_impressao->ImprimirDoMenu(numero); };
+    m_painel.aoAvancar = [&](int) {
+        QVERIFY(!Operacao::Pedir(this, [&] { m_impressao->ImprimirDoMenu(numero); }));
+    };
     m_impressao->ImprimirSelecionadas({numero, numero});
     QCOMPARE(m_operador->dialogos, 1);
     QCOMPARE(m_impressoras->pedidas.size(), 1);

@@ -1,5 +1,6 @@
 #include "store/access/ConversorAccess.h"
 
+#include "base/ArquivoSeguro.h"
 #include "store/ErroBanco.h"
 #include "store/access/ErroAccess.h"
 #include "store/access/LivroAccess.h"
@@ -36,23 +37,25 @@ QString Trocar(const QString &caminho, const LivroAccess &livro, const TrancaDeA
 {
     if (tranca.Trancado())
         TrocaDeArquivo::RemoverSobras(caminho);
-    TrocaDeArquivo::Provisorio novo(caminho);
-    GravarNovoLivro(novo.Caminho(), livro);
-    novo.CopiarDireitos(caminho);
-    novo.ForcarAoDisco();
+    ArquivoSeguro novo(caminho, {.trancar = false});
+    try {
+        novo.Abrir();
+    } catch (const Disco::ErroArquivo &erro) {
+        throw ErroBanco("Não se pode gravar na pasta do livro: " + qt_error_string(erro.Codigo()));
+    }
+    GravarNovoLivro(novo.Trabalho(), livro);
     if (!tranca.AindaEOMesmo())
         throw ErroBanco("O arquivo foi mudado por outro programa durante a conversão. Tente de novo.");
     bool nomeNovo = false;
     const QString guardado = TrocaDeArquivo::Guardar(caminho, nomeNovo);
-    TrocaDeArquivo::ForcarPastaAoDisco(caminho);
+    Disco::SincronizarPasta(QFileInfo(caminho).absolutePath());
     try {
-        novo.Substituir(caminho);
-    } catch (const ErroBanco &) {
+        novo.Confirmar();
+    } catch (const Erro &) {
         if (nomeNovo)
             QFile::remove(guardado);
         throw;
     }
-    TrocaDeArquivo::ForcarPastaAoDisco(caminho);
     return guardado;
 }
 
@@ -81,9 +84,7 @@ void ConversorAccess::operator()(const QString &caminho) const
             return; // another copy of the program was quicker
         const LivroAccess livro = LerLivroAccess(tranca.Arquivo());
         mensagem = MensagemAoConverter(livro, Trocar(tranca.Arquivo().fileName(), livro, tranca));
-    } catch (const Access::ErroAccess &erro) {
-        Recusar(caminho, erro.Mensagem());
-    } catch (const ErroBanco &erro) {
+    } catch (const Erro &erro) {
         Recusar(caminho, erro.Mensagem());
     } catch (const std::bad_alloc &) {
         Recusar(caminho, "Não há memória para um arquivo deste tamanho.");

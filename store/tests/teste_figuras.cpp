@@ -269,7 +269,7 @@ void TesteFiguras::gravaOsBytesComoSao()
 {
     m_figuras->GravarFigura(QByteArray("\0\xff\r\n", 4), 7);
     QCOMPARE(Ler("Fotos/F0000007.img"), QByteArray("\0\xff\r\n", 4));
-    m_figuras->GravarFigura({}, 7);
+    m_figuras->GravarFigura(QByteArray(), 7);
     QCOMPARE(Ler("Fotos/F0000007.img"), QByteArray());
 }
 

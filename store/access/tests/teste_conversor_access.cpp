@@ -1,5 +1,6 @@
 // The conversion of an old book: through the book's own operations, and through crashes and full disks. The
 // program runs itself again as the child that is killed.
+#include "base/ArquivoSeguro.h"
 #include "store/Banco.h"
 #include "store/ErroBanco.h"
 #include "store/access/ConversorAccess.h"
@@ -284,14 +285,7 @@ void TesteConversorAccess::guardaPorCopiaOndeNaoHaElos()
 void TesteConversorAccess::oQueNaoTrocaDeLugarNaoDeixaSobras()
 {
     Cozinha cozinha(LivroPequeno());
-    QVERIFY(QDir(cozinha.Pasta()).mkdir("pasta"));
-    {
-        TrocaDeArquivo::Provisorio novo(cozinha.banco.CaminhoDoLivro());
-        QVERIFY(QFile::exists(novo.Caminho()));
-        QVERIFY_EXCEPTION_THROWN(novo.Substituir(cozinha.Caminho("pasta")), ErroBanco);
-        QVERIFY(!novo.Batizar(cozinha.banco.CaminhoDoLivro()));
-        QVERIFY_EXCEPTION_THROWN(novo.Batizar(cozinha.Caminho("nada/livro")), ErroBanco);
-    }
+    QVERIFY_EXCEPTION_THROWN(ArquivoSeguro(cozinha.Caminho("nada/livro")).Abrir(), Disco::ErroArquivo);
     QCOMPARE(cozinha.Arquivos(), QStringList("dadosr.lst"));
     QVERIFY_EXCEPTION_THROWN(TrancaDeArquivo(cozinha.Caminho("falta"), 0), ErroBanco);
 }
@@ -604,8 +598,8 @@ void TesteConversorAccess::aMorteDeixaOAntigoOuONovo()
             QThread::usleep(static_cast<unsigned long>(acaso.bounded(duracaoUs)));
         } else {
             // As soon as the new book is being written; as soon as the old one has its second name.
-            const QStringList sinal = vez % 3 == 1 ? QStringList("dadosr.lst.convertendo-*")
-                                                   : QStringList("dadosr-access-original.lst");
+            const QStringList sinal =
+                vez % 3 == 1 ? QStringList("~cozinhario-*") : QStringList("dadosr-access-original.lst");
             while (!acabou() && QDir(cozinha.Pasta()).entryList(sinal, QDir::Files).isEmpty())
                 QThread::usleep(20);
             if (vez % 3 == 1)
@@ -613,7 +607,7 @@ void TesteConversorAccess::aMorteDeixaOAntigoOuONovo()
         }
         filho.kill();
         QVERIFY(filho.state() == QProcess::NotRunning || filho.waitForFinished());
-        noMeio += cozinha.Arquivos().filter(".convertendo-").size() == 1;
+        noMeio += cozinha.Arquivos().filter("~cozinhario-").size() == 1;
         bool convertido = false;
         ConferirDepoisDaMorte(cozinha, original, kReceitas, convertido);
         (convertido ? novos : antigos) += 1;

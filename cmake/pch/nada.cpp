@@ -1,0 +1,1 @@
+// The precompiled headers need a source to belong to.

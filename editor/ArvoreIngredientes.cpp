@@ -45,6 +45,23 @@ QTreeWidgetItem *ArvoreIngredientes::Adicionar(const LinhaIngrediente &linha)
     return no;
 }
 
+void ArvoreIngredientes::Definir(const QStringList &tags)
+{
+    Esvaziar();
+    QString chave = kChaveRaiz;
+    QList<QTreeWidgetItem *> nos;
+    nos.reserve(tags.size());
+    for (const QString &tag : tags) {
+        chave = ProximaChave(chave);
+        auto *no = new QTreeWidgetItem;
+        no->setData(0, kPapelChave, chave);
+        Definir(*no, LinhaIngrediente::DoTag(tag));
+        nos += no;
+    }
+    Raiz()->addChildren(nos);
+    scrollToTop();
+}
+
 void ArvoreIngredientes::Definir(QTreeWidgetItem &no, const LinhaIngrediente &linha)
 {
     no.setText(0, linha.Texto());

@@ -22,6 +22,8 @@ public:
     void Esvaziar();
     /// Adds a line with the next key and scrolls it into view.
     QTreeWidgetItem *Adicionar(const LinhaIngrediente &linha);
+    /// Replaces all lines, with the keys C1, C2, ...; however many there are, the tree is laid out once.
+    void Definir(const QStringList &tags);
     static void Definir(QTreeWidgetItem &no, const LinhaIngrediente &linha);
 
     bool EhRaiz(const QTreeWidgetItem *no) const { return no == Raiz(); }

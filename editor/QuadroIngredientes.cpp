@@ -79,10 +79,7 @@ void QuadroIngredientes::DefinirValores(std::shared_ptr<FonteDeItens> ingredient
 void QuadroIngredientes::DefinirLinhas(const QStringList &tags)
 {
     EsquecerLinhaEmEdicao();
-    m_arvore->Esvaziar();
-    for (const QString &tag : tags)
-        m_arvore->Adicionar(LinhaIngrediente::DoTag(tag));
-    m_arvore->scrollToTop();
+    m_arvore->Definir(tags);
 }
 
 QStringList QuadroIngredientes::Linhas() const

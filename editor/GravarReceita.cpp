@@ -165,5 +165,6 @@ qint64 GravarReceita(const Banco &banco, const Figuras &figuras, const Relogio &
     const qint64 lngReceita = tela.txtNroReceita.toLongLong();
     for (const LinhaIngrediente &linha : linhas)
         banco.ExecutarSQL(SqlDaLinha(lngReceita, linha));
+    banco.Firmar();
     return lngReceita;
 }

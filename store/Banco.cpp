@@ -1,16 +1,20 @@
 #include "store/Banco.h"
 
+#include "base/Disco.h"
 #include "base/EventosPendentes.h"
 #include "base/Ponteiro.h"
+#include "store/Cabecalho.h"
 #include "store/Carimbo.h"
 #include "store/Consulta.h"
 #include "store/ErroBanco.h"
 #include "store/Esquema.h"
 #include "store/ExameArquivo.h"
+#include "store/ExameEsquema.h"
 #include "store/Motor.h"
 
 #include <QFile>
 #include <QFileInfo>
+#include <QtEndian>
 
 #include <algorithm>
 #include <deque>
@@ -21,6 +25,9 @@ constexpr QLatin1String kInicio("DBQ=");
 constexpr qint64 kLivroPequeno = 2 * 1024 * 1024; ///< bytes; its indexes are made in a few milliseconds
 constexpr int kFatiaMs = 8;                       ///< of reading, between two looks at the window's events
 constexpr int kEsperaPequenaMs = 200;
+const auto kNaoELivro =
+    QStringLiteral("O arquivo dadosr.lst não é um livro de receitas do Cozinhario 2005, ou está danificado. Ele não "
+                   "foi alterado.\r\n\r\n");
 constexpr QLatin1String kFim(";user=;pwd=;Driver={Microsoft Access Driver (*.mdb)}");
 
 QString SemBarraFinal(QString pasta)
@@ -119,7 +126,9 @@ int Banco::PrepararLivro(const QString &caminho) const
     TipoArquivo tipo = ExaminarArquivo(caminho, &erro, &versao);
     if (tipo == TipoArquivo::LivroWal) {
         m_existiu = true;
+        ConferirEsquema(caminho, true);
         Motor(caminho, m_esperaMs).SairDoWal();
+        ConferirEsquema(caminho, false);
         return versao;
     }
     if (tipo == TipoArquivo::Livro && QFile::exists(caminho + "-journal")) {
@@ -145,12 +154,15 @@ int Banco::PrepararLivro(const QString &caminho) const
         m_existiu = true;
     switch (tipo) {
     case TipoArquivo::Livro:
+        ConferirEsquema(caminho, false);
         if (versao < Esquema::kVersao)
             versao = EvoluirPequeno(caminho);
         return versao;
     case TipoArquivo::LivroWal:
         return versao;
     case TipoArquivo::Futuro:
+        if (ExaminarEsquema(caminho, true).origem == ExameEsquema::Origem::Outro)
+            break; // another program's number
         throw ErroBanco(
             "Este livro de receitas foi gravado por uma versão mais nova do Cozinhario 2005. Ele não "
             "foi alterado.\r\n\r\nInstale a versão mais nova para abri-lo.\r\n\r\n" +
@@ -173,9 +185,34 @@ int Banco::PrepararLivro(const QString &caminho) const
     }
     if (!erro.isEmpty())
         throw ErroBanco("Não foi possível abrir o livro de receitas.\r\n\r\n" + caminho + ": " + erro);
-    throw ErroBanco("O arquivo dadosr.lst não é um livro de receitas do Cozinhario 2005, ou está danificado. "
-                    "Ele não foi alterado.\r\n\r\n" +
-                    caminho);
+    throw ErroBanco(kNaoELivro + caminho);
+}
+
+void Banco::ConferirEsquema(const QString &caminho, bool semTocar) const
+{
+    constexpr std::size_t kMarcaDoEsquema = 40; // four bytes that move on with every change of it
+    const Cabecalho lido = Cabecalho::De(caminho);
+    if (lido.lidos < static_cast<std::ptrdiff_t>(Cabecalho::kTamanho))
+        return; // the operation itself will tell
+    const Conferido agora{quint64(lido.dados.st_dev), quint64(lido.dados.st_ino),
+                          qFromBigEndian<quint32>(lido.bytes.data() + kMarcaDoEsquema)};
+    if (agora == m_conferido)
+        return;
+    const ExameEsquema exame = ExaminarEsquema(caminho, semTocar);
+    switch (exame.origem) {
+    case ExameEsquema::Origem::Nosso:
+        if (!semTocar)
+            m_conferido = agora;
+        return;
+    case ExameEsquema::Origem::Desconhecido:
+        return; // the operation itself will tell
+    case ExameEsquema::Origem::Outro:
+        throw ErroBanco(kNaoELivro + caminho);
+    case ExameEsquema::Origem::Mexido:
+        throw ErroBanco(QString("O arquivo dadosr.lst tem uma parte que não é do Cozinhario 2005 (\"%1\") e por isso "
+                                "não foi aberto. Ele não foi alterado.\r\n\r\n%2")
+                            .arg(exame.estranho.left(100), caminho));
+    }
 }
 
 int Banco::EvoluirPequeno(const QString &caminho) const
@@ -312,6 +349,11 @@ void Banco::LerUmaVez() const
     TerminarConsultas();
     PrepararLivro(caminho);
     Motor(caminho, m_esperaMs).LerUmaVez();
+}
+
+void Banco::Firmar() const
+{
+    Disco::SincronizarPasta(QFileInfo(CaminhoDoLivro()).absolutePath());
 }
 
 void Banco::RemoverJournal() const

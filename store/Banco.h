@@ -76,6 +76,10 @@ public:
     /// book cannot be opened.
     std::optional<Recusa> Conferir(const QStringList &comandos) const;
 
+    /// After the last statement of a save: brings the folder itself to the disk. Until then a power cut could
+    /// bring back the journal of that statement, and the engine would undo it.
+    void Firmar() const;
+
     /// Opens the book and reads once, so that what a crash left half done is rolled back and the file alone
     /// is the whole book: before a raw copy of it. Throws ErroBanco.
     void LerUmaVez() const;
@@ -101,6 +105,9 @@ private:
     /// Makes sure that the file to open is a book; gives its version.
     int PrepararLivro(const QString &caminho) const;
 
+    /// Throws ErroBanco when the book's schema is not one that the program makes; nothing is changed then.
+    void ConferirEsquema(const QString &caminho, bool semTocar) const;
+
     /// Brings a small book of an older version up; one that cannot be written is read as it is. Gives the
     /// version that it then has.
     int EvoluirPequeno(const QString &caminho) const;
@@ -118,6 +125,14 @@ private:
     std::shared_ptr<Memoria> m_memoria; ///< what queries gave, and those under way
     mutable bool m_naoEvolui = false;   ///< tried once and could not
     mutable qint64 m_ultimoNumero = 0;
+    /// The schema that was found to be the program's own, as the file's header names it.
+    struct Conferido {
+        quint64 disco = 0;
+        quint64 arquivo = 0;
+        quint32 marca = 0;
+        bool operator==(const Conferido &) const = default;
+    };
+    mutable Conferido m_conferido;
     mutable bool m_existiu = false; ///< a file lay there once
 };
 

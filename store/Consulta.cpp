@@ -91,10 +91,10 @@ Consulta::Consulta(const Pedido &pedido, AoTerminar aoTerminar, Respirar respira
         if (a.plano.tipo != Plano::Tipo::Direto && !a.motor.Serve(a.plano.sql))
             a.plano = PlanoDe(pedido.sql, pedido.colunas, 0);
         if (a.plano.sql != pedido.sql)
-            a.comando = a.motor.PrepararConsulta(a.plano.sql);
+            a.comando = a.motor.PrepararPlano(a.plano.sql);
     }
     if (a.plano.tipo == Plano::Tipo::Distintos)
-        a.seguinte = a.motor.PrepararConsulta(a.plano.seguinte);
+        a.seguinte = a.motor.PrepararPlano(a.plano.seguinte);
     if (a.plano.tipo != Plano::Tipo::Direto) {
         const RecordSet linhas(a.dados);
         a.ordem.emplace([linhas, campo = a.plano.campoDaOrdem](quint32 linha) {
@@ -176,7 +176,7 @@ bool Consulta::BuscarDistintas(int ms)
     Andamento &a = *m_andamento;
     Prazo prazo(ms);
     if (a.dados->linhas == 0 && !a.plano.comNulo.isEmpty()) {
-        const Motor::Comando nulo = a.motor.PrepararConsulta(a.plano.comNulo);
+        const Motor::Comando nulo = a.motor.PrepararPlano(a.plano.comNulo);
         const int rc = sqlite3_step(nulo.get());
         if (rc == SQLITE_ROW) {
             a.dados->AcrescentarNulo();

@@ -10,6 +10,7 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <array>
 #include <new>
 
@@ -48,6 +49,12 @@ void Like(sqlite3_context *contexto, int, sqlite3_value **valores)
 {
     if (sqlite3_value_type(valores[0]) == SQLITE_NULL || sqlite3_value_type(valores[1]) == SQLITE_NULL)
         return; // the result stays NULL
+    // Matching takes at most length times length.
+    constexpr int kMaiorPadrao = 4096;
+    if (sqlite3_value_bytes(valores[0]) > kMaiorPadrao) {
+        sqlite3_result_error(contexto, "O texto procurado é longo demais", -1);
+        return;
+    }
     try {
         // The pattern is the same for every row as a rule: the engine keeps it compiled.
         const auto *padrao = static_cast<const Semelhante *>(sqlite3_get_auxdata(contexto, 0));
@@ -122,12 +129,24 @@ int Funcoes::Registrar(sqlite3 *conexao)
     return rc;
 }
 
-bool Funcoes::Permitida(const char *nome)
+namespace
 {
-    static constexpr std::array kNomes = {"like",  "ucase", "cdate",   "max",    "min",  "count",
-                                          "instr", "sum",   "replace", "typeof", "trim", "length"};
-    for (const char *permitida : kNomes)
-        if (sqlite3_stricmp(nome, permitida) == 0)
-            return true;
-    return false;
+template <std::size_t N>
+bool Entre(const std::array<const char *, N> &nomes, const char *nome)
+{
+    return std::any_of(nomes.begin(), nomes.end(),
+                       [nome](const char *um) { return sqlite3_stricmp(nome, um) == 0; });
+}
+} // namespace
+
+bool Funcoes::DosComandos(const char *nome)
+{
+    static constexpr std::array kNomes = {"like", "ucase", "cdate", "max", "min", "count"};
+    return Entre(kNomes, nome);
+}
+
+bool Funcoes::DoLivro(const char *nome)
+{
+    static constexpr std::array kNomes = {"replace", "typeof"};
+    return Entre(kNomes, nome) || DosComandos(nome);
 }

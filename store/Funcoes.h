@@ -11,6 +11,8 @@ namespace Funcoes
 /// Registers them on an open connection; returns the engine's code, 0 for success.
 int Registrar(sqlite3 *conexao);
 
-/// True for a function that a statement, or the book's own triggers, may call.
-bool Permitida(const char *nome);
+/// Functions that a statement may call. None of them makes a text longer.
+bool DosComandos(const char *nome);
+/// Functions that the book's own triggers and indexes call.
+bool DoLivro(const char *nome);
 } // namespace Funcoes

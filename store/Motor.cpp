@@ -4,6 +4,7 @@
 #include "store/ErroBanco.h"
 #include "store/Esquema.h"
 #include "store/Funcoes.h"
+#include "store/Porteiro.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -26,6 +27,14 @@
 
 namespace
 {
+// A field of a package has at most five million letters.
+constexpr int kMaiorTexto = 64 * 1024 * 1024;
+// The engine's steps in one statement: the largest book's list takes a few thousand a page.
+constexpr int kPassosPorVez = 2000;
+constexpr qint64 kPagina = 4096;
+constexpr qint64 kPassosPorPagina = 20'000;
+constexpr qint64 kPassosSempre = 20'000'000;
+
 /// What the user reads above the engine's own words.
 QString Sentenca(int codigo)
 {
@@ -38,6 +47,10 @@ QString Sentenca(int codigo)
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
         return "O livro de receitas está sendo usado por outro programa. Tente de novo daqui a pouco.";
+    case SQLITE_INTERRUPT:
+        return "A operação demoraria demais e foi interrompida.";
+    case SQLITE_TOOBIG:
+        return "O texto é grande demais para o livro de receitas.";
     case SQLITE_FULL:
         return "Não há espaço no disco para gravar no livro de receitas.";
     case SQLITE_READONLY:
@@ -64,7 +77,8 @@ bool MesmoNome(const char *a, const char *b)
 
 /// Reading and changing the rows of the two tables, with the named functions, and nothing else. Without this
 /// gate a text that reaches a statement unquoted could reach other files, settings and tables.
-int Autorizar(void *, int acao, const char *primeiro, const char *segundo, const char *, const char *)
+/// @param plano a bool: whether the store itself asks, in place of a statement
+int Autorizar(void *plano, int acao, const char *primeiro, const char *segundo, const char *, const char *gatilho)
 {
     switch (acao) {
     case SQLITE_SELECT:
@@ -76,35 +90,13 @@ int Autorizar(void *, int acao, const char *primeiro, const char *segundo, const
         return MesmoNome(primeiro, "Receitas") || MesmoNome(primeiro, "Ingredientes") ? SQLITE_OK
                                                                                       : SQLITE_DENY;
     case SQLITE_FUNCTION:
-        return segundo && Funcoes::Permitida(segundo) ? SQLITE_OK : SQLITE_DENY;
+        if (!segundo)
+            return SQLITE_DENY;
+        return (gatilho || *static_cast<bool *>(plano) ? Funcoes::DoLivro(segundo) : Funcoes::DosComandos(segundo))
+                   ? SQLITE_OK
+                   : SQLITE_DENY;
     default:
         return SQLITE_DENY;
-    }
-}
-
-/**
- * Refuses comments, with nothing run: "5--" passes for a calorie figure, and the engine would take the rest
- * of the statement, its Where included, for a comment and change every recipe. Inside quoted texts and names
- * both signs are content.
- */
-void RecusarComentarios(std::string_view sql)
-{
-    char fecho = 0;
-    for (std::size_t i = 0; i < sql.size(); ++i) {
-        const char c = sql[i];
-        const char seguinte = i + 1 < sql.size() ? sql[i + 1] : '\0';
-        if (fecho) {
-            if (c == fecho)
-                fecho = 0; // a doubled quote closes and opens again at once
-        } else if (c == '\'' || c == '"' || c == '`') {
-            fecho = c;
-        } else if (c == '[') {
-            fecho = ']';
-        } else if ((c == '-' && seguinte == '-') || (c == '/' && seguinte == '*')) {
-            throw ErroBanco(Mensagem(SQLITE_ERROR, QString("Sinais não aceitos no comando: %1%2")
-                                                       .arg(QLatin1Char(c))
-                                                       .arg(QLatin1Char(seguinte))));
-        }
     }
 }
 
@@ -193,9 +185,13 @@ Motor::Motor(const QString &caminho, int esperaMs)
     if (rc == SQLITE_OK)
         rc = sqlite3_db_config(m_conexao, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
     if (rc == SQLITE_OK)
-        rc = sqlite3_set_authorizer(m_conexao, Autorizar, nullptr);
-    if (rc == SQLITE_OK)
+        rc = sqlite3_set_authorizer(m_conexao, Autorizar, &m_plano);
+    if (rc == SQLITE_OK) {
+        sqlite3_limit(m_conexao, SQLITE_LIMIT_LENGTH, kMaiorTexto);
+        m_maisPassos = kPassosSempre + QFileInfo(caminho).size() / kPagina * kPassosPorPagina;
+        sqlite3_progress_handler(m_conexao, kPassosPorVez, Vigiar, this);
         return;
+    }
     const QString mensagem =
         Mensagem(rc, QString::fromUtf8(m_conexao ? sqlite3_errmsg(m_conexao) : sqlite3_errstr(rc)));
     sqlite3_close(m_conexao);
@@ -222,13 +218,37 @@ bool Motor::TemTabela(const char *nome) const
                                          nullptr, nullptr) == SQLITE_OK;
 }
 
+int Motor::Vigiar(void *motor)
+{
+    constexpr int kMs = 8;
+    auto *eu = static_cast<Motor *>(motor);
+    eu->m_passos += kPassosPorVez;
+    if (eu->m_passos > eu->m_maisPassos || eu->m_processador.Passou())
+        return 1;
+    if (eu->m_respirar && eu->m_folego.hasExpired(kMs)) {
+        eu->m_respirar();
+        eu->m_folego.start();
+    }
+    return 0;
+}
+
 Motor::Comando Motor::Preparar(const QString &sql)
 {
     const QByteArray utf8 = sql.toUtf8();
     // The engine would stop reading there, and run half a statement.
     if (utf8.contains('\0'))
         throw ErroBanco(Mensagem(SQLITE_ERROR, "O comando contém um caractere nulo."));
-    RecusarComentarios({utf8.constData(), static_cast<std::size_t>(utf8.size())});
+    if (const QString recusa = Porteiro::Recusa({utf8.constData(), static_cast<std::size_t>(utf8.size())});
+        !recusa.isEmpty())
+        throw ErroBanco(Mensagem(SQLITE_ERROR, recusa));
+    m_plano = false;
+    return PrepararJulgado(utf8);
+}
+
+Motor::Comando Motor::PrepararJulgado(const QByteArray &utf8)
+{
+    m_passos = 0;
+    m_processador.Comecar();
     sqlite3_stmt *preparado = nullptr;
     const char *resto = nullptr;
     const int rc = sqlite3_prepare_v2(m_conexao, utf8.constData(), static_cast<int>(utf8.size() + 1),
@@ -251,10 +271,18 @@ Motor::Comando Motor::PrepararConsulta(const QString &sql)
     return comando;
 }
 
+Motor::Comando Motor::PrepararPlano(const QString &sql)
+{
+    // It stays so for this connection's next statements of its own: the engine may prepare this one once more.
+    m_plano = true;
+    return PrepararJulgado(sql.toUtf8());
+}
+
 bool Motor::Serve(const QString &sql)
 {
     const QByteArray utf8 = sql.toUtf8();
     sqlite3_stmt *comando = nullptr;
+    m_plano = true;
     const int rc = sqlite3_prepare_v2(m_conexao, utf8.constData(), -1, &comando, nullptr);
     sqlite3_finalize(comando);
     return rc == SQLITE_OK;
@@ -262,19 +290,8 @@ bool Motor::Serve(const QString &sql)
 
 void Motor::Respirar(std::function<void()> respirar)
 {
-    constexpr int kPassosPorVez = 2000;
     m_respirar = std::move(respirar);
     m_folego.start();
-    const auto contar = [](void *motor) {
-        constexpr int kMs = 8;
-        auto *eu = static_cast<Motor *>(motor);
-        if (eu->m_folego.hasExpired(kMs)) {
-            eu->m_respirar();
-            eu->m_folego.start();
-        }
-        return 0;
-    };
-    sqlite3_progress_handler(m_conexao, kPassosPorVez, contar, this);
 }
 
 int Motor::Executar(const QString &sql)
@@ -303,7 +320,7 @@ void Motor::LerUmaVez()
     // Any read makes the engine play back a journal that a crash left behind.
     sqlite3_set_authorizer(m_conexao, nullptr, nullptr);
     const int rc = sqlite3_exec(m_conexao, "SELECT 1 FROM sqlite_master LIMIT 1", nullptr, nullptr, nullptr);
-    sqlite3_set_authorizer(m_conexao, Autorizar, nullptr);
+    sqlite3_set_authorizer(m_conexao, Autorizar, &m_plano);
     if (rc != SQLITE_OK)
         Falhar(rc);
 }
@@ -359,6 +376,7 @@ void Motor::Evoluir(const Andamento &andamento)
         const QList<QByteArray> pecas = Esquema::Passo(versao);
         Passada passada{andamento, 0, kPeso, static_cast<int>(pecas.size()) * kPeso, 1, 0, {}};
         passada.desde.start();
+        sqlite3_progress_handler(m_conexao, 0, nullptr, nullptr); // a large book's indexes take their time
         const QScopeGuard semPassada([this] { sqlite3_progress_handler(m_conexao, 0, nullptr, nullptr); });
         if (andamento)
             sqlite3_progress_handler(m_conexao, Passada::kPassosPorVez, Passada::Contar, &passada);
@@ -380,7 +398,7 @@ void Motor::Evoluir(const Andamento &andamento)
                                   nullptr, nullptr, nullptr));
         conferir(sqlite3_exec(m_conexao, "COMMIT", nullptr, nullptr, nullptr));
     }
-    sqlite3_set_authorizer(m_conexao, Autorizar, nullptr);
+    sqlite3_set_authorizer(m_conexao, Autorizar, &m_plano);
 }
 
 void Motor::SairDoWal()
@@ -388,7 +406,7 @@ void Motor::SairDoWal()
     sqlite3_set_authorizer(m_conexao, nullptr, nullptr);
     // Refused while the other tool holds the book; it can be read all the same.
     sqlite3_exec(m_conexao, "PRAGMA journal_mode=DELETE", nullptr, nullptr, nullptr);
-    sqlite3_set_authorizer(m_conexao, Autorizar, nullptr);
+    sqlite3_set_authorizer(m_conexao, Autorizar, &m_plano);
 }
 
 void Motor::CriarNoVazio()

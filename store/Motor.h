@@ -1,6 +1,7 @@
 #pragma once
 
 #include "store/Cabecalho.h"
+#include "store/PrazoDoProcessador.h"
 
 #include <QElapsedTimer>
 #include <QString>
@@ -14,9 +15,10 @@ struct sqlite3_stmt;
 /**
  * One connection to the book, for one piece of work: opened by the constructor, closed by the destructor.
  *
- * A statement is looked at before it runs. It must be one statement without comments, must touch nothing but
- * the two tables, and may call the named functions only; anything else is refused with nothing done. Every
- * failure throws ErroBanco with a sentence for the user and the engine's own message below it.
+ * A statement is looked at before it runs. Its shape must be one of the program's own (store/Porteiro.h), it
+ * must touch nothing but the two tables and may call the named functions only; anything else is refused with
+ * nothing done. One that runs too long for a book of this size is ended. Every failure throws ErroBanco with
+ * a sentence for the user and the engine's own message below it.
  */
 class Motor
 {
@@ -38,6 +40,8 @@ public:
 
     /// A statement that only reads, looked at and ready; it must go before this connection does.
     Comando PrepararConsulta(const QString &sql);
+    /// What the store itself asks in place of a statement that was let through.
+    Comando PrepararPlano(const QString &sql);
     /// Whether the engine would take it.
     bool Serve(const QString &sql);
     /// Called every few milliseconds while the engine works.
@@ -71,6 +75,9 @@ public:
 
 private:
     Comando Preparar(const QString &sql);
+    Comando PrepararJulgado(const QByteArray &utf8);
+    /// Called every few thousand steps of the engine: not 0 ends a statement that runs too long.
+    static int Vigiar(void *motor);
     /// Called while another program holds the book. The engine's own waiting sleeps ever longer, up to a
     /// tenth of a second, and then hardly ever meets the moments in which a copy that saves without pause
     /// lets go.
@@ -81,6 +88,10 @@ private:
     Cabecalho::Prendedor m_prendedor; ///< goes last, after the connection
     sqlite3 *m_conexao = nullptr;
     int m_esperaMs;
+    bool m_plano = false; ///< the store asks, not a statement
+    qint64 m_passos = 0; ///< of the present statement
+    qint64 m_maisPassos = 0;
+    PrazoDoProcessador m_processador;
     std::function<void()> m_respirar;
     QElapsedTimer m_folego; ///< since the last breath
     QElapsedTimer m_espera; ///< since the present wait began

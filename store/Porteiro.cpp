@@ -102,6 +102,10 @@ Pecas::Pecas(std::string_view sql)
                 QString("Sinais não aceitos no comando: %1%2").arg(QLatin1Char(c)).arg(QLatin1Char(seguinte));
             return;
         }
+        if (c == '|') { // texts that grow by being joined
+            m_recusa = "Sinal não aceito no comando: |";
+            return;
+        }
         std::size_t fim = i + 1;
         Tipo tipo = Tipo::Sinal;
         if (c == '\'' || c == '"' || c == '`' || c == '[') {

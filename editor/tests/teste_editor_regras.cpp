@@ -348,7 +348,8 @@ private slots:
     {
         QTest::addColumn<QString>("qtde");
         // Only a paste or a package brings an apostrophe into a quantity; there it is not doubled.
-        for (const char *qtde : {"1 copo d'água", "'", "1','x", "1',NULL) --"})
+        for (const char *qtde : {"1 copo d'água", "'", "1','x", "1',NULL) --", "1',NULL),(1,'VENENO','1",
+                                 "1'+(Select max(id_receitas) from Receitas)+'"})
             QTest::newRow(qtde) << qtde;
     }
     void recusaALinhaAntesDeGravar()

@@ -146,6 +146,8 @@ private slots:
     void recusaOQueNaoEFigura();
     void recusaFigurasGigantes_data();
     void recusaFigurasGigantes();
+    void substituiUmArquivoSoDeLeitura();
+    void aFiguraNaoMostraMaisDoQueOLivro();
     void reduzFotosGrandesAoLer();
     void contaAsPassadasDeUmJpeg();
     void recusaJpegDePassadasDemais_data();
@@ -419,6 +421,33 @@ void TesteFiguras::recusaFigurasGigantes()
     QFETCH(QByteArray, bytes);
     const QString caminho = Gravar("bomba.img", bytes);
     QVERIFY(CarregarImagem(caminho).isNull());
+}
+
+void TesteFiguras::substituiUmArquivoSoDeLeitura()
+{
+    m_figuras->GravarFigura("antiga", 1);
+    QVERIFY(QFile::setPermissions(m_pasta->filePath("Fotos/F0000001.img"), QFile::ReadOwner));
+    m_figuras->CopiarFigura(Gravar("a.gif", kGif), 1);
+    QCOMPARE(Ler("Fotos/F0000001.img"), kGif);
+    // A link is replaced, not followed.
+    const QString alvo = Gravar("alvo", "de outro");
+    QVERIFY(QFile::link(alvo, m_pasta->filePath("Fotos/F0000002.img")));
+    m_figuras->GravarFigura(kGif, 2);
+    QCOMPARE(Ler("alvo"), "de outro");
+    QCOMPARE(Ler("Fotos/F0000002.img"), kGif);
+}
+
+void TesteFiguras::aFiguraNaoMostraMaisDoQueOLivro()
+{
+    m_banco->AbrirRecordset(SqlLista());
+    QVERIFY(QFile::setPermissions(m_banco->CaminhoDoLivro(), QFile::ReadOwner | QFile::WriteOwner));
+    m_figuras->CopiarFigura(Gravar("a.gif", kGif), 1);
+    m_figuras->GravarFigura(kGif, 2);
+    for (const char *nome : {"Fotos/F0000001.img", "Fotos/F0000002.img"}) {
+        struct stat dados = {};
+        QCOMPARE(::stat(QFile::encodeName(m_pasta->filePath(nome)).constData(), &dados), 0);
+        QCOMPARE(int(dados.st_mode & 0777), 0600);
+    }
 }
 
 /// A camera's photo: the header tells the size, the decoder fills what is missing behind it.

@@ -28,7 +28,7 @@ void CaberNaTela(const QSize &janela)
     // it was asked to be.
     using DefinirFator = void (*)(double);
     const auto definirFator =
-        reinterpret_cast<DefinirFator>(dlsym(RTLD_DEFAULT, "_ZN16QHighDpiScaling15setGlobalFactorEd"));
+        reinterpret_cast<DefinirFator>(dlsym(RTLD_DEFAULT, "_ZN15QHighDpiScaling15setGlobalFactorEd"));
     if (!definirFator)
         return;
     const double pedido = qEnvironmentVariable("QT_SCALE_FACTOR").toDouble();

@@ -15,6 +15,7 @@
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QProgressBar>
+#include <QScreen>
 #include <QTest>
 #include <QTimer>
 #include <QTreeView>
@@ -322,6 +323,18 @@ Resultado Executor::Conferir(const Comando &comando, QString &motivo)
         } else if (oque == "texto") {
             achado = TextoDe(controle);
             esperado = comando.Argumento(2);
+        } else if (oque == "inteiro") {
+            const QRect lugar(controle->mapToGlobal(QPoint(0, 0)), controle->size());
+            const QRect tela = controle->screen()->geometry();
+            achado = tela.contains(lugar) ? "sim"
+                                          : QString("%1 x %2 em %3, %4 numa tela de %5 x %6")
+                                                .arg(lugar.width())
+                                                .arg(lugar.height())
+                                                .arg(lugar.x())
+                                                .arg(lugar.y())
+                                                .arg(tela.width())
+                                                .arg(tela.height());
+            esperado = "sim";
         } else if (oque == "altura") {
             achado = controle->property("alturaTwips").toString();
             esperado = comando.Argumento(2);

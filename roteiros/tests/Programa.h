@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 #include <QProcess>
+#include <QSize>
 #include <QString>
 #include <QTemporaryDir>
 
@@ -48,11 +49,28 @@ public:
 
     QString Erro() const { return m_erro; }
 
+    /// What the program runs on from now on: a screen of so many pixels, at that scale of the desktop.
+    void DefinirTela(const QSize &pixels, double escala)
+    {
+        QFile arquivo(m_trabalho.filePath("telas.json"));
+        if (arquivo.open(QIODevice::WriteOnly))
+            arquivo.write(
+                QString(R"({"screens": [{"name": "tela", "x": 0, "y": 0, "width": %1, "height": %2,)"
+                        R"( "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1}]})")
+                    .arg(pixels.width())
+                    .arg(pixels.height())
+                    .toUtf8());
+        m_plataforma = "offscreen:configfile=" + arquivo.fileName();
+        m_escala = QString::number(escala);
+    }
+
     /// The program's surroundings: no display, no desktop, a home of its own, Brazilian Portuguese.
     void Preparar(QProcess &processo) const
     {
         QProcessEnvironment ambiente = QProcessEnvironment::systemEnvironment();
-        ambiente.insert("QT_QPA_PLATFORM", "offscreen");
+        ambiente.insert("QT_QPA_PLATFORM", m_plataforma);
+        if (!m_escala.isEmpty())
+            ambiente.insert("QT_SCALE_FACTOR", m_escala);
         ambiente.insert("HOME", m_trabalho.path());
         ambiente.insert("XDG_RUNTIME_DIR", m_trabalho.path());
         ambiente.insert("LC_ALL", "pt_BR.UTF-8");
@@ -64,6 +82,8 @@ public:
 private:
     QTemporaryDir m_pasta;
     QTemporaryDir m_trabalho;
+    QString m_plataforma = "offscreen";
+    QString m_escala;
     QString m_erro;
 };
 

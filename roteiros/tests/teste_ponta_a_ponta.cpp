@@ -90,6 +90,8 @@ class TestePontaAPonta : public QObject
 {
     Q_OBJECT
 private slots:
+    void aJanelaCabeEmTelasPequenas_data();
+    void aJanelaCabeEmTelasPequenas();
     void receitasCadastradasSaoReencontradasDepoisDeReiniciar()
     {
         Programa programa;
@@ -252,6 +254,33 @@ private slots:
         QCOMPARE(primeira.exitCode(), 0);
     }
 };
+
+void TestePontaAPonta::aJanelaCabeEmTelasPequenas_data()
+{
+    QTest::addColumn<QSize>("tela");
+    QTest::addColumn<double>("escala");
+    for (const QSize tela : {QSize(1024, 600), QSize(1366, 768), QSize(1920, 1080)}) {
+        for (const double escala : {1.0, 1.5, 2.0})
+            QTest::addRow("%d x %d a %g", tela.width(), tela.height(), escala) << tela << escala;
+    }
+}
+
+void TestePontaAPonta::aJanelaCabeEmTelasPequenas()
+{
+    QFETCH(QSize, tela);
+    QFETCH(double, escala);
+    Programa programa;
+    programa.DefinirTela(tela, escala);
+    const QString roteiro = "espere altura picLstReceitas 6540\n"
+                            "confira inteiro frmPrincipal\n"
+                            "confira inteiro lblUrl\n"
+                            "clique imgDetRcta\n"
+                            "espere altura picDetReceita 6540\n"
+                            "digite txtNome \"Pão\"\n"
+                            "confira inteiro cmdSalvarRct\n"
+                            "clique imgSaida\n";
+    QVERIFY2(programa.Tocar(roteiro) == 0, qPrintable(programa.Erro()));
+}
 
 QTEST_GUILESS_MAIN(TestePontaAPonta)
 #include "teste_ponta_a_ponta.moc"

@@ -119,6 +119,34 @@ std::optional<QString> PorNome(QByteArrayView bytes, const QByteArray &conjunto)
 }
 } // namespace
 
+QByteArray Formatos::BytesDoTexto(const QString &texto, const QByteArray &conjunto, int &perdidos)
+{
+    QByteArray nome = conjunto.trimmed().toLower();
+    if (nome == "utf-8" || nome == "utf8")
+        return texto.toUtf8();
+    if (nome.startsWith("cp") || nome.startsWith("ibm"))
+        nome.remove(0, nome.startsWith("cp") ? 2 : 3);
+    const Tabela *tabela = nome == "850" ? &k850 : nome == "860" ? &k860 : nullptr;
+    QByteArray bytes;
+    bytes.reserve(texto.size());
+    for (const QChar c : texto) {
+        int byte = -1;
+        if (!tabela) {
+            byte = PaginaCodigo::ByteDe(c.unicode());
+        } else if (c.unicode() < 0x80) {
+            byte = c.unicode();
+        } else {
+            const auto achado = std::find(tabela->begin(), tabela->end(), c.unicode());
+            if (achado != tabela->end())
+                byte = 0x80 + static_cast<int>(achado - tabela->begin());
+        }
+        if (byte < 0)
+            ++perdidos;
+        bytes += static_cast<char>(byte < 0 ? '?' : byte);
+    }
+    return bytes;
+}
+
 bool Formatos::PaginaConhecida(const QByteArray &nome)
 {
     return PorNome(QByteArrayView(), nome).has_value();

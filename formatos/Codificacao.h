@@ -16,6 +16,9 @@ namespace Formatos
  */
 QString TextoDosBytes(QByteArrayView bytes, const QByteArray &declarado = {}, const QByteArray &forcado = {});
 
+/// The bytes of a text in one of these sets; what it lacks is "?" and counted in `perdidos`.
+QByteArray BytesDoTexto(const QString &texto, const QByteArray &conjunto, int &perdidos);
+
 /// Whether TextoDosBytes() knows a set of characters of this name.
 bool PaginaConhecida(const QByteArray &nome);
 } // namespace Formatos

@@ -6,11 +6,13 @@
 #include "formatos/Rascunho.h"
 #include "packages/Pacote.h"
 #include "packages/Recipiente.h"
+#include "packages/TextoDoPacote.h"
 
 #include <QBuffer>
 #include <QFileInfo>
 #include <QHash>
 #include <QRegularExpression>
+#include <QSet>
 
 #include <utility>
 
@@ -208,7 +210,12 @@ QString SemAspas(QString valor)
     valor = valor.trimmed();
     if (valor.size() >= 2 && ((valor.startsWith(u'"') && valor.endsWith(u'"')) ||
                               (valor.startsWith(u'\'') && valor.endsWith(u'\''))))
+    {
+        const bool simples = valor.startsWith(u'\'');
         valor = valor.sliced(1, valor.size() - 2);
+        if (simples)
+            valor.replace("''", "'");
+    }
     return valor;
 }
 
@@ -218,18 +225,18 @@ void LerYaml(const QStringList &linhas, Metadados &dados)
     bool bloco = false;
     for (const QString &linha : linhas) {
         const QString limpa = linha.trimmed();
-        if (limpa.isEmpty() || limpa.startsWith(u'#'))
-            continue;
-        if (limpa.startsWith("- ") && !chave.isEmpty()) {
-            dados[chave] += SemAspas(limpa.sliced(2));
-            continue;
-        }
-        if (bloco && linha.startsWith(u' ')) {
+        if (bloco && linha.startsWith(u' ') && !limpa.isEmpty()) {
             QStringList &textos = dados[chave];
             if (textos.isEmpty())
                 textos += limpa;
             else
                 textos.last() += u'\n' + limpa;
+            continue;
+        }
+        if (limpa.isEmpty() || limpa.startsWith(u'#'))
+            continue;
+        if (limpa.startsWith("- ") && !chave.isEmpty()) {
+            dados[chave] += SemAspas(limpa.sliced(2));
             continue;
         }
         const qsizetype dois = limpa.indexOf(u':');
@@ -396,6 +403,7 @@ void LeitorCooklang::LerMetadados()
     m_r.tempoPreparo = um({"prep time", "time.prep"});
     m_r.tempoCozimento = um({"cook time", "time.cook"});
     m_r.descricao = textos({"introduction", "description"});
+    m_r.calorias = um({"calories", "calorias"});
 }
 
 std::optional<Receita> LeitorCooklang::Ler(const Entrada &entrada, Relato &relato)
@@ -473,6 +481,27 @@ QString SemEscapes(const QString &texto)
     return saida.replace(escape, "\\1");
 }
 
+/// Markdown's marks gone, what was escaped kept: it is hidden meanwhile.
+QString TextoDoMarkdown(const QString &texto)
+{
+    constexpr char16_t kEsconderijo = 0xE000;
+    if (!texto.contains(u'\\'))
+        return SemMarkdown(texto);
+    static const QString escapaveis = "\\`*_{}[]()#+-.!<>~|";
+    QString escondido;
+    for (qsizetype i = 0; i < texto.size(); ++i) {
+        if (texto[i] == u'\\' && i + 1 < texto.size() && escapaveis.contains(texto[i + 1]))
+            escondido += QChar(static_cast<char16_t>(kEsconderijo + texto[++i].unicode()));
+        else
+            escondido += texto[i];
+    }
+    QString limpo = SemMarkdown(escondido);
+    for (QChar &c : limpo)
+        if (c.unicode() > kEsconderijo && c.unicode() < kEsconderijo + 0x80)
+            c = QChar(static_cast<char16_t>(c.unicode() - kEsconderijo));
+    return limpo;
+}
+
 /// The amount in emphasis: the first number is the quantity, the rest the unit.
 void PorQuantidade(const QString &texto, LinhaLida &linha)
 {
@@ -526,7 +555,7 @@ void LeitorMarkdown::LerDescricao(const QStringList &linhas, const Entrada &entr
                         entrada.AoLado(QString::fromUtf8(QByteArray::fromPercentEncoding(nome.toUtf8()))))
                     m_r.figura = *bytes;
         } else {
-            m_r.descricao += SemEscapes(SemMarkdown(texto));
+            m_r.descricao += TextoDoMarkdown(texto);
         }
     };
     for (const QString &linha : linhas) {
@@ -548,14 +577,14 @@ void LeitorMarkdown::AcrescentarItem(const QString &item)
     if (!m.hasMatch()) {
         LinhaLida linha;
         linha.tipo = LinhaLida::Tipo::Partes;
-        linha.ingrediente = SemEscapes(SemMarkdown(texto));
+        linha.ingrediente = TextoDoMarkdown(texto);
         m_r.linhas += linha;
         return;
     }
     LinhaLida linha;
     linha.tipo = LinhaLida::Tipo::Partes;
     PorQuantidade(SemEscapes(m.captured(1)), linha);
-    linha.ingrediente = SemEscapes(SemMarkdown(m.captured(2)));
+    linha.ingrediente = TextoDoMarkdown(m.captured(2));
     if (linha.ingrediente.trimmed().isEmpty())
         linha = {LinhaLida::Tipo::Texto, SemEscapes(m.captured(1)), {}, {}, {}, {}, false};
     m_r.linhas += linha;
@@ -594,7 +623,7 @@ void LeitorMarkdown::LerModo(const QStringList &linhas)
     QString paragrafo;
     const auto fechar = [&] {
         if (!paragrafo.trimmed().isEmpty())
-            m_r.passos += PassoLido{{}, SemEscapes(SemMarkdown(paragrafo.trimmed()))};
+            m_r.passos += PassoLido{{}, TextoDoMarkdown(paragrafo.trimmed())};
         paragrafo.clear();
     };
     for (const QString &linha : linhas) {
@@ -626,10 +655,10 @@ std::optional<Receita> LeitorMarkdown::Ler(const Entrada &entrada, Relato &relat
         ++i;
     if (i < linhas.size()) {
         if (const auto m = titulo.match(linhas[i]); m.hasMatch()) {
-            m_r.nome = SemEscapes(SemMarkdown(m.captured(1)));
+            m_r.nome = TextoDoMarkdown(m.captured(1));
             ++i;
         } else if (i + 1 < linhas.size() && sublinha.match(linhas[i + 1]).hasMatch()) {
-            m_r.nome = SemEscapes(SemMarkdown(linhas[i].trimmed()));
+            m_r.nome = TextoDoMarkdown(linhas[i].trimmed());
             i += 2;
         }
     }
@@ -691,13 +720,17 @@ QList<Receita> Formatos::LerPacote(const Entrada &entrada, Relato &relato)
     }
     QBuffer arquivo(&texto);
     arquivo.open(QIODevice::ReadOnly);
-    const std::optional<Pacote::Texto> pacote = Pacote::Texto::Dividir(Pacote::LerTexto(arquivo));
-    if (!pacote) {
+    Pacote::Texto pacote;
+    if (pacote.Abrir(arquivo) != Pacote::Texto::Abertura::Aberto) {
         relato.Avisar("Pacote do Cozinhario 2005 inválido.");
         return receitas;
     }
-    for (qsizetype i = 0; i < pacote->Quantas(); ++i) {
-        const Pacote::Registro &registro = (*pacote)[i];
+    for (qsizetype i = 0; i < pacote.Quantas(); ++i) {
+        const Pacote::Registro registro = pacote[i];
+        if (const QString excesso = registro.Excesso(); !excesso.isEmpty()) {
+            relato.Pular(excesso);
+            continue;
+        }
         const auto valor = [&](QStringView tag) { return Pacote::DesfazerVirgulas(registro.Valor(tag)); };
         const auto memo = [&](QStringView tag) { return Pacote::DesfazerVirgulas(Pacote::DesfazerQuebras(registro.Valor(tag))); };
         Receita receita;
@@ -712,7 +745,10 @@ QList<Receita> Formatos::LerPacote(const Entrada &entrada, Relato &relato)
         receita.Origem = valor(u"ORIGEM");
         receita.Observacao = memo(u"OBSERVACAO");
         receita.Figura = registro.Valor(u"FIGURA").toString();
-        receita.DadosFigura = registro.DadosFigura();
+        Pacote::LeitorDaFigura figura = registro.AbrirFigura();
+        for (QByteArray bloco = figura.LerBloco(); !bloco.isEmpty() && receita.DadosFigura.size() < kMaiorArquivo;
+             bloco = figura.LerBloco())
+            receita.DadosFigura += bloco;
         for (const Pacote::Registro &item : registro.Itens())
             receita.Ingredientes.append({Pacote::DesfazerVirgulas(item.Valor(u"INGREDIENTE")),
                                          Pacote::DesfazerVirgulas(item.Valor(u"QUANTIDADE")),

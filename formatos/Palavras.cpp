@@ -39,6 +39,9 @@ Palavras::Palavras()
             continue;
         }
         m_frases[secao].append(Dobrar(linha));
+        if (secao == "unidades" || secao == "unidades-inglesas")
+            if (const QStringList formas = linha.split(u' ', Qt::SkipEmptyParts); formas.size() > 1)
+                m_plurais.append({formas[0], formas[1]});
         for (const QString &palavra : linha.split(u' ', Qt::SkipEmptyParts))
             m_conjuntos[secao].insert(secao == "unidades-de-uma-letra" ? palavra : Dobrar(palavra));
     }

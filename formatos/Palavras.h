@@ -23,6 +23,9 @@ public:
     /// The lines "text=value" of a section, longest text first.
     const QList<std::pair<QString, QString>> &Pares(const QString &secao) const;
 
+    /// Singular and plural of the units, as the file writes them.
+    const QList<std::pair<QString, QString>> &Plurais() const { return m_plurais; }
+
     /// Whether it is a unit, with or without a dot.
     bool EUnidade(const QString &dobrada) const;
     bool EUnidadeInglesa(const QString &dobrada) const;
@@ -32,6 +35,7 @@ private:
 
     QHash<QString, QSet<QString>> m_conjuntos;
     QHash<QString, QStringList> m_frases;
+    QList<std::pair<QString, QString>> m_plurais;
     QHash<QString, QList<std::pair<QString, QString>>> m_pares;
 };
 } // namespace Formatos

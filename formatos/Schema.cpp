@@ -107,7 +107,7 @@ bool LeitorSchema::EReceita(const QJsonObject &objeto) const
     const bool linhas = !Vazio(Campo(objeto, "recipeIngredient")) || !Vazio(Campo(objeto, "ingredients"));
     const bool passos = !Vazio(Campo(objeto, "recipeInstructions"));
     if (EDoTipo(objeto, "Recipe"))
-        return linhas || passos || (!m_pagina && !Vazio(Campo(objeto, "name")));
+        return linhas || passos || objeto.contains(kChaveNossa) || (!m_pagina && !Vazio(Campo(objeto, "name")));
     if (m_pagina)
         return false;
     return !Vazio(Campo(objeto, "name")) &&

@@ -124,6 +124,12 @@ int Banco::PrepararLivro(const QString &caminho) const
     QString erro;
     int versao = Esquema::kVersao;
     TipoArquivo tipo = ExaminarArquivo(caminho, &erro, &versao);
+    if (m_soLeitura) {
+        if (tipo == TipoArquivo::Livro || tipo == TipoArquivo::LivroWal)
+            return versao;
+        if (tipo == TipoArquivo::Ausente || tipo == TipoArquivo::Vazio)
+            throw ErroBanco("Não há livro de receitas aqui.\r\n\r\n" + caminho);
+    }
     if (tipo == TipoArquivo::LivroWal) {
         m_existiu = true;
         ConferirEsquema(caminho, true);
@@ -140,10 +146,10 @@ int Banco::PrepararLivro(const QString &caminho) const
     // copy.
     constexpr int kVezes = 10;
     for (int vez = 0; vez < kVezes && tipo == TipoArquivo::Cortado; ++vez) {
-        Motor(caminho, m_esperaMs).LerUmaVez();
+        Motor(caminho, m_esperaMs, m_soLeitura).LerUmaVez();
         tipo = ExaminarArquivo(caminho, &erro, &versao);
     }
-    if (tipo == TipoArquivo::Access && m_conversor) {
+    if (tipo == TipoArquivo::Access && m_conversor && !m_soLeitura) {
         // A journal beside an Access file belongs to a book that is gone; it would be rolled back into the
         // new one.
         Motor::RemoverJournal(caminho);
@@ -296,7 +302,7 @@ std::unique_ptr<Consulta> Banco::NovaConsulta(const QString &sql, const QStringL
             };
         }
     }
-    return std::make_unique<Consulta>(Consulta::Pedido{caminho, m_esperaMs, sql, colunas, versao},
+    return std::make_unique<Consulta>(Consulta::Pedido{caminho, m_esperaMs, sql, colunas, versao, m_soLeitura},
                                       std::move(aoTerminar), std::move(respirar));
 }
 
@@ -341,6 +347,13 @@ std::optional<Banco::Recusa> Banco::Conferir(const QStringList &comandos) const
         }
     }
     return std::nullopt;
+}
+
+QStringList Banco::Integridade() const
+{
+    const QString caminho = CaminhoDoLivro();
+    PrepararLivro(caminho);
+    return Motor(caminho, m_esperaMs, m_soLeitura).Integridade();
 }
 
 void Banco::LerUmaVez() const

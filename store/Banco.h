@@ -80,6 +80,9 @@ public:
     /// bring back the journal of that statement, and the engine would undo it.
     void Firmar() const;
 
+    /// What the engine's own check of the whole file finds; empty when all is well. Throws ErroBanco.
+    QStringList Integridade() const;
+
     /// Opens the book and reads once, so that what a crash left half done is rolled back and the file alone
     /// is the whole book: before a raw copy of it. Throws ErroBanco.
     void LerUmaVez() const;
@@ -98,6 +101,9 @@ public:
 
     /// What to do with an old Access book; without one such a file is refused.
     void DefinirConversor(ConversorDeLivro conversor) { m_conversor = std::move(conversor); }
+    /// For programs that only look: from now on no file is made, converted, repaired or brought up to date. A
+    /// missing book, and one that a crash left half written, is an error.
+    void DefinirSoLeitura() { m_soLeitura = true; }
     /// How long an operation waits for another program that is writing; ten seconds unless set.
     void DefinirEspera(int milissegundos) { m_esperaMs = milissegundos; }
 
@@ -122,6 +128,7 @@ private:
     QString m_conexao;
     ConversorDeLivro m_conversor;
     int m_esperaMs = 10000;
+    bool m_soLeitura = false;
     std::shared_ptr<Memoria> m_memoria; ///< what queries gave, and those under way
     mutable bool m_naoEvolui = false;   ///< tried once and could not
     mutable qint64 m_ultimoNumero = 0;

@@ -46,8 +46,8 @@ private:
 } // namespace
 
 struct Consulta::Andamento {
-    Andamento(const QString &caminho, int esperaMs)
-        : motor(caminho, esperaMs)
+    Andamento(const QString &caminho, int esperaMs, bool soLeitura)
+        : motor(caminho, esperaMs, soLeitura)
     {
     }
     Motor motor;
@@ -70,7 +70,7 @@ Consulta::Consulta(RecordSet pronta)
 }
 
 Consulta::Consulta(const Pedido &pedido, AoTerminar aoTerminar, Respirar respirar)
-    : m_andamento(std::make_unique<Andamento>(pedido.caminho, pedido.esperaMs))
+    : m_andamento(std::make_unique<Andamento>(pedido.caminho, pedido.esperaMs, pedido.soLeitura))
     , m_aoTerminar(std::move(aoTerminar))
 {
     Andamento &a = *m_andamento;

@@ -25,6 +25,7 @@ public:
         QString sql;
         QStringList colunas;
         int versao; ///< of the book's schema
+        bool soLeitura = false; ///< nothing is written, not even repaired
     };
     /// Called when the last row is there, the book still being held.
     using AoTerminar = std::function<void(const RecordSet &)>;

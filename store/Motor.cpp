@@ -173,11 +173,13 @@ int Motor::EsperarVez(void *motor, int vezes)
     return 1;
 }
 
-Motor::Motor(const QString &caminho, int esperaMs)
+Motor::Motor(const QString &caminho, int esperaMs, bool soLeitura)
     : m_esperaMs(esperaMs)
 {
     int rc = sqlite3_open_v2(NomeParaMotor(caminho).constData(), &m_conexao,
-                             SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
+                             (soLeitura ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE) | SQLITE_OPEN_NOMUTEX |
+                                 SQLITE_OPEN_EXRESCODE,
+                             nullptr);
     if (rc == SQLITE_OK)
         rc = sqlite3_busy_handler(m_conexao, EsperarVez, this);
     if (rc == SQLITE_OK)
@@ -313,6 +315,22 @@ qint64 Motor::UltimoNumero() const
 void Motor::Conferir(const QString &sql)
 {
     Preparar(sql);
+}
+
+QStringList Motor::Integridade()
+{
+    QStringList achados;
+    const auto recolher = [](void *lista, int colunas, char **valores, char **) {
+        if (colunas > 0 && valores[0] && std::string_view(valores[0]) != "ok")
+            *static_cast<QStringList *>(lista) += QString::fromUtf8(valores[0]);
+        return 0;
+    };
+    sqlite3_set_authorizer(m_conexao, nullptr, nullptr);
+    const int rc = sqlite3_exec(m_conexao, "PRAGMA integrity_check(100)", recolher, &achados, nullptr);
+    sqlite3_set_authorizer(m_conexao, Autorizar, nullptr);
+    if (rc != SQLITE_OK)
+        Falhar(rc);
+    return achados;
 }
 
 void Motor::LerUmaVez()

@@ -27,8 +27,10 @@ public:
      * Opens an existing book.
      * @param caminho  native path of the file
      * @param esperaMs how long to wait for another program's lock, in milliseconds
+     * @param soLeitura nothing is written, not even what a crash left half done is rolled back: a book in that
+     *                  state is refused
      */
-    Motor(const QString &caminho, int esperaMs);
+    Motor(const QString &caminho, int esperaMs, bool soLeitura = false);
     ~Motor();
     Motor(const Motor &) = delete;
     Motor &operator=(const Motor &) = delete;
@@ -54,6 +56,8 @@ public:
     qint64 UltimoNumero() const;
     /// Throws what Consultar() or Executar() would throw before running the statement; runs nothing.
     void Conferir(const QString &sql);
+    /// What the engine's own check of the whole file finds; empty when all is well.
+    QStringList Integridade();
     /// Reads a little, which rolls back what a crash left half done.
     void LerUmaVez();
     /// Told every few milliseconds how much of a long piece of work is done; false asks it to stop.

@@ -41,6 +41,7 @@ const BibliotecaCups *BibliotecaCups::Obter()
         procurar("cupsDoRequest", tabela.DoRequest);
         procurar("cupsLastError", tabela.LastError);
         procurar("cupsGetDests2", tabela.GetDests2);
+        procurar("cupsGetNamedDest", tabela.GetNamedDest);
         procurar("cupsFreeDests", tabela.FreeDests);
         procurar("cupsGetDefault2", tabela.GetDefault2);
         procurar("cupsAddOption", tabela.AddOption);

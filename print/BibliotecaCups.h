@@ -39,6 +39,7 @@ struct BibliotecaCups {
     decltype(&::cupsLastError) LastError;
 
     decltype(&::cupsGetDests2) GetDests2;
+    decltype(&::cupsGetNamedDest) GetNamedDest;
     decltype(&::cupsFreeDests) FreeDests;
     decltype(&::cupsGetDefault2) GetDefault2;
     decltype(&::cupsAddOption) AddOption;

@@ -11,7 +11,6 @@
 #include "print/TrabalhoImpressao.h"
 #include "print/frmImpressao.h"
 
-
 QString HostDoSite(const QString &site)
 {
     const qsizetype esquema = site.indexOf(QStringLiteral("://"));

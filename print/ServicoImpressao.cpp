@@ -141,20 +141,20 @@ ConfiguracaoDaFila ServicoImpressao::Configuracao(const QString &nome) const
     ConfiguracaoDaFila fila;
     if (!Responde())
         return fila;
-    const Destinos destinos(*m_cups, m_http);
-    for (int i = 0; i < destinos.quantos; ++i) {
-        const cups_dest_t &destino = destinos.lista[i];
-        if (Destinos::Nome(destino) != nome)
-            continue;
-        fila.nome = nome;
-        for (int j = 0; j < destino.num_options; ++j)
-            fila.doUsuario.insert(QString::fromUtf8(destino.options[j].name),
-                                  QString::fromUtf8(destino.options[j].value));
-    }
-    if (!fila.nome.isEmpty()) {
-        LerAtributos(fila);
-        LerDescricao(fila);
-    }
+    // One queue is asked for alone: the list of all may wait for printers of the network to announce
+    // themselves.
+    const QByteArray instancia = nome.section(u'/', 1).toUtf8();
+    cups_dest_t *destino = m_cups->GetNamedDest(m_http, NomeDaFila(nome).constData(),
+                                                instancia.isEmpty() ? nullptr : instancia.constData());
+    if (!destino)
+        return fila;
+    fila.nome = nome;
+    for (int i = 0; i < destino->num_options; ++i)
+        fila.doUsuario.insert(QString::fromUtf8(destino->options[i].name),
+                              QString::fromUtf8(destino->options[i].value));
+    m_cups->FreeDests(1, destino);
+    LerAtributos(fila);
+    LerDescricao(fila);
     return fila;
 }
 

@@ -313,6 +313,21 @@ private slots:
         QVERIFY(p->janela.mask() != antes);
     }
 
+    void minimizadaVoltaComoEstava()
+    {
+        Abrir();
+        Clique("imgDetRcta");
+        C<QLineEdit>("txtNome")->setText("Pão");
+        const QRegion forma = p->janela.mask();
+        Clique("imgMinimize");
+        QTRY_VERIFY(p->janela.isMinimized());
+        p->janela.TrazerParaFrente();
+        QTRY_VERIFY(!p->janela.isMinimized());
+        QCOMPARE(p->janela.mask(), forma);
+        QVERIFY(C("picDetReceita")->isVisible());
+        QCOMPARE(C<QLineEdit>("txtNome")->text(), QString("Pão"));
+    }
+
     void soOBotaoSobOMouseAcende()
     {
         Abrir();

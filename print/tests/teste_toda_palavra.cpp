@@ -172,6 +172,9 @@ void TesteTodaPalavra::naFila()
     }
     QTRY_COMPARE_WITH_TIMEOUT(m_servidor.Trabalhos().size(), antes + 1, 60000);
     const QString arquivo = m_servidor.Trabalhos().last().arquivo;
+    // To look at the pages: GUARDAR_PAGINAS=FOLDER keeps what was printed.
+    if (const QString pasta = qEnvironmentVariable("GUARDAR_PAGINAS"); !pasta.isEmpty())
+        QFile::copy(arquivo, pasta + '/' + QString(QTest::currentDataTag()).replace(' ', '-') + ".pdf");
     const QString tamanho = fila == "A4" ? (orientacao == 1 ? "595 x 842" : "842 x 595")
                                          : (orientacao == 1 ? "612 x 792" : "792 x 612");
     const QString sobre = QString::fromUtf8(Rodar("pdfinfo", {arquivo}));

@@ -1,5 +1,7 @@
 #include "base/ArquivoDeTrabalho.h"
 
+#include <QRandomGenerator>
+
 #include <cerrno>
 
 #include <fcntl.h>
@@ -39,6 +41,24 @@ void ArquivoDeTrabalho::Abrir()
         throw Disco::ErroArquivo(m_caminho, errno);
     m_dispositivo = dados.st_dev;
     m_numero = dados.st_ino;
+    m_arquivo.open(arquivo, QIODevice::ReadWrite | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle);
+}
+
+void ArquivoDeTrabalho::AbrirSemNome(const QString &pasta)
+{
+    Remover();
+    m_arquivo.close();
+    int arquivo = ::open(QFile::encodeName(pasta).constData(), O_RDWR | O_TMPFILE | O_CLOEXEC, 0600);
+    if (arquivo < 0 && (errno == EOPNOTSUPP || errno == EISDIR || errno == EINVAL)) {
+        // A file system that does not know files without a name.
+        ArquivoDeTrabalho comNome(
+            pasta + "/~cozinhario-" +
+            QString::number(QRandomGenerator::system()->generate64(), 16).rightJustified(16, '0') + ".tmp");
+        comNome.Abrir();
+        arquivo = ::fcntl(comNome.m_arquivo.handle(), F_DUPFD_CLOEXEC, 0);
+    }
+    if (arquivo < 0)
+        throw Disco::ErroArquivo(pasta, errno);
     m_arquivo.open(arquivo, QIODevice::ReadWrite | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle);
 }
 

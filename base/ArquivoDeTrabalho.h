@@ -22,6 +22,9 @@ public:
 
     /// Makes it. Throws ErroArquivo.
     void Abrir();
+    /// Makes it without a name, in another folder: where the one it belongs in cannot be written. Nothing of
+    /// it is left whatever happens. Throws ErroArquivo.
+    void AbrirSemNome(const QString &pasta);
     /// Open for reading and writing, without a buffer.
     QFile &Arquivo() { return m_arquivo; }
     QString Caminho() const { return m_caminho; }

@@ -154,6 +154,22 @@ bool Disco::RemoverArvore(const QString &pasta)
     return !erro;
 }
 
+QString Disco::Alcancavel(const QByteArray &nome)
+{
+    const QString texto = QFile::decodeName(nome);
+    if (QFile::encodeName(texto) == nome)
+        return texto;
+    const int aberto = ::open(nome.constData(), O_PATH | O_CLOEXEC); // for as long as the program runs
+    return aberto < 0 ? texto : QString("/proc/%1/fd/%2").arg(::getpid()).arg(aberto);
+}
+
+QByteArray Disco::PastaDoPrograma()
+{
+    std::error_code erro;
+    const std::filesystem::path programa = std::filesystem::read_symlink("/proc/self/exe", erro);
+    return erro ? QByteArray() : QByteArray::fromStdString(programa.parent_path().native());
+}
+
 bool Disco::MesmoArquivo(const QString &a, const QString &b)
 {
     struct stat um = {};

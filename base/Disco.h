@@ -52,6 +52,11 @@ bool FazerPasta(const QString &pasta);
 bool EPasta(const QString &caminho);
 /// Removes a folder with all that is in it; of links only the links, `pasta` included. True when it is gone.
 bool RemoverArvore(const QString &pasta);
+/// A path of Unicode that leads to the file or folder of this name, as long as the program runs: the name
+/// itself, or, where its bytes are no text, a way round it. Other programs of the same user can open it too.
+QString Alcancavel(const QByteArray &nome);
+/// The folder of the running program, as bytes; empty when the system does not say.
+QByteArray PastaDoPrograma();
 /// Whether two names lead to one file.
 bool MesmoArquivo(const QString &a, const QString &b);
 } // namespace Disco

@@ -246,6 +246,31 @@ private slots:
         QVERIFY(!QFile::exists(m_caminho));
     }
 
+    void semNomeNadaFicaNaPasta()
+    {
+        ArquivoDeTrabalho trabalho(m_pasta->filePath("nada/trabalho"));
+        QCOMPARE(Codigo([&] { trabalho.Abrir(); }), ENOENT);
+        trabalho.AbrirSemNome(m_pasta->path());
+        QCOMPARE(trabalho.Arquivo().write("texto"), 5);
+        QVERIFY(trabalho.Arquivo().seek(0));
+        QCOMPARE(trabalho.Arquivo().readAll(), "texto");
+        QCOMPARE(Nomes(m_pasta->path()), QStringList());
+    }
+
+    void umNomeQueNaoETextoEAlcancado()
+    {
+        const QByteArray pasta = QFile::encodeName(m_pasta->filePath("p")) + "\xE3o";
+        QCOMPARE(::mkdir(pasta.constData(), 0700), 0);
+        const QString caminho = Disco::Alcancavel(pasta);
+        ArquivoSeguro::Gravar(caminho + "/a", "novo");
+        const int arquivo = ::open((pasta + "/a").constData(), O_RDONLY | O_CLOEXEC);
+        QVERIFY(arquivo >= 0);
+        ::close(arquivo);
+        QCOMPARE(Disco::Alcancavel(QFile::encodeName(m_pasta->path())), m_pasta->path());
+        ::unlink((pasta + "/a").constData());
+        ::rmdir(pasta.constData());
+    }
+
     void umaPastaQueELinkNaoEPasta()
     {
         const QString alheia = m_pasta->filePath("alheia");

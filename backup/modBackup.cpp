@@ -23,6 +23,8 @@
 #include <QFileInfo>
 #include <QScopeGuard>
 
+#include <cerrno>
+
 namespace
 {
 const QString kFiltro = "Arquivos de Backups|*.bck";
@@ -34,6 +36,23 @@ bool Respirar()
 {
     DeixarEventosRodarem();
     return !Encerrando();
+}
+
+/// Where the application folder cannot be written (a stick that is write-protected), or a link stands in the
+/// work folder's place, the work file is made beside the backup, without a name.
+void AbrirTrabalho(ArquivoDeTrabalho &trabalho, const QString &pasta, const QString &outra)
+{
+    if (!Disco::FazerPasta(pasta)) {
+        trabalho.AbrirSemNome(outra);
+        return;
+    }
+    try {
+        trabalho.Abrir();
+    } catch (const Disco::ErroArquivo &erro) {
+        if (erro.Codigo() != EACCES && erro.Codigo() != EROFS)
+            throw;
+        trabalho.AbrirSemNome(outra);
+    }
 }
 
 /// The dialogs answer with a path; a bare name is no answer.
@@ -162,16 +181,15 @@ Fim modBackup::Salvar(const QString &destino)
 {
     OperacaoLonga operacao(m_painel, "Realizando Backup do Sistema...", kMaximoInicial);
     const QString pasta = m_banco.Caminho("Backup");
-    if (!Disco::FazerPasta(pasta)) // a link in its place leads to somebody else's
-        return Fim::Falhou;
     ArquivoDeTrabalho trabalho(pasta + "/~temp.bck");
     const auto limpar = qScopeGuard([&] {
         trabalho.Remover();
-        QDir().rmdir(pasta); // stays when it holds files of the user's
+        if (Disco::EPasta(pasta))
+            QDir().rmdir(pasta); // stays when it holds files of the user's
     });
     Fim fim = Fim::Falhou;
     try {
-        trabalho.Abrir();
+        AbrirTrabalho(trabalho, pasta, QFileInfo(destino).path());
         // Neither the book nor the work file can be the place of its own copy.
         if (!Disco::MesmoArquivo(destino, m_banco.CaminhoDoLivro()) &&
             !Disco::MesmoArquivo(destino, trabalho.Caminho())) {

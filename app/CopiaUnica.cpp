@@ -7,13 +7,19 @@
 #include <QFileInfo>
 #include <QLocalSocket>
 
+#include <cerrno>
+#include <ctime>
+
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace
 {
 constexpr int kEsperaMs = 2000;
+constexpr int kEsperaPelaNovaMs = 8000;
+constexpr int kNovaSegundos = 15;
 constexpr int kLinhaMaxima = 64;
 constexpr QByteArrayView kImportacao = "importacaoTerminada\n";
 constexpr QByteArrayView kAtivar = "ativar\n";
@@ -27,7 +33,39 @@ CopiaUnica::CopiaUnica(const QString &pasta, QObject *parent)
     // No other program that we start may inherit the lock, and a link in its place is not followed.
     m_trava = open(arquivo.constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
     if (m_trava >= 0)
-        m_primeira = flock(m_trava, LOCK_EX | LOCK_NB) == 0;
+        Trancar();
+    // Without a lock (a folder that cannot be written, a drive of a network that knows none) whoever answers
+    // on the channel is the first.
+    if (!m_trancada && m_primeira)
+        m_primeira = !AlguemEscuta();
+}
+
+void CopiaUnica::Trancar()
+{
+    int rc = 0;
+    do
+        rc = flock(m_trava, LOCK_EX | LOCK_NB);
+    while (rc != 0 && errno == EINTR);
+    m_trancada = rc == 0;
+    m_primeira = m_trancada || errno != EWOULDBLOCK;
+    if (m_trancada)
+        futimens(m_trava, nullptr); // since when it is held: one that is just starting is waited for longer
+}
+
+bool CopiaUnica::AlguemEscuta() const
+{
+    QLocalSocket linha;
+    linha.connectToServer(NomeDoCanal());
+    return linha.waitForConnected(kEsperaMs);
+}
+
+/// A copy that is just starting may need its time, on a machine where many things start at once.
+int CopiaUnica::Paciencia() const
+{
+    struct stat trava = {};
+    const bool nova =
+        m_trava >= 0 && fstat(m_trava, &trava) == 0 && trava.st_mtime + kNovaSegundos > time(nullptr);
+    return nova ? kEsperaPelaNovaMs : kEsperaMs;
 }
 
 CopiaUnica::~CopiaUnica()
@@ -48,12 +86,13 @@ QString CopiaUnica::NomeDoCanal() const
 
 void CopiaUnica::Escutar()
 {
-    if (!m_primeira || m_trava < 0)
+    if (!m_primeira)
         return;
     m_servidor.setSocketOptions(QLocalServer::UserAccessOption);
     connect(&m_servidor, &QLocalServer::newConnection, this, &CopiaUnica::Receber);
     const QString canal = NomeDoCanal();
-    // Only the holder of the lock gets here, so what lies there is what a killed copy left behind.
+    // Only the holder of the lock gets here, or who found nobody listening: what lies there is what a killed
+    // copy left.
     QLocalServer::removeServer(canal);
     if (!m_servidor.listen(canal))
         qWarning("cozinhario: %s", qPrintable(m_servidor.errorString()));
@@ -86,7 +125,7 @@ void CopiaUnica::Receber()
 
 bool CopiaUnica::Entregar(Aviso aviso) const
 {
-    const QDeadlineTimer prazo(kEsperaMs);
+    const QDeadlineTimer prazo(Paciencia());
     const QString canal = NomeDoCanal();
     // A first copy that is just starting holds the lock before it listens: try until the time is over.
     do {

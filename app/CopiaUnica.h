@@ -18,9 +18,11 @@ public:
     explicit CopiaUnica(const QString &pasta, QObject *parent = nullptr);
     ~CopiaUnica() override;
 
-    /// Whether this copy is the first. Where the lock file cannot be made (a folder without write permission)
-    /// every copy counts as first.
+    /// Whether this copy is the first. Where there can be no lock (a folder without write permission, a drive
+    /// without locks) it is the first that listens.
     bool Primeira() const { return m_primeira; }
+    /// Whether the folder is this copy's alone: it may tidy up in it.
+    bool Trancada() const { return m_trancada; }
 
     /// First copy: starts to listen.
     void Escutar();
@@ -29,7 +31,8 @@ public:
         ImportacaoTerminada, ///< recipes were imported: show them
         Ativar               ///< the program was started once more: come to the front
     };
-    /// Later copy: delivers the line, waiting at most two seconds. False when nobody took it.
+    /// Later copy: delivers the line, waiting at most two seconds, or eight where the first copy has only
+    /// just begun. False when nobody took it.
     bool Entregar(Aviso aviso) const;
     /// Where the first copy listens: a socket only its user may open.
     QString NomeDoCanal() const;
@@ -39,10 +42,14 @@ signals:
     void ativacaoPedida();
 
 private:
+    void Trancar();
+    bool AlguemEscuta() const;
+    int Paciencia() const;
     void Receber();
 
     QString m_pasta;
     int m_trava = -1;
     bool m_primeira = true;
+    bool m_trancada = false;
     QLocalServer m_servidor;
 };

@@ -2,7 +2,19 @@
 
 #include <QString>
 
-/// Where the book lies: the folder of the program (a portable book: the program copied into any folder); the
-/// user's data folder for the program where it is installed for everybody or the folder cannot be written.
-/// The folder exists afterwards, when it could be made. Native path, no trailing separator.
-QString PastaDoLivro(const QString &pastaDoPrograma);
+/// What PastaDoLivro() decides.
+struct LugarDoLivro {
+    QString pasta;  ///< native path, no trailing separator; it exists, when it could be made
+    QString recado; ///< what the cook is to be told, once; usually nothing
+};
+
+/**
+ * Where the book lies.
+ *
+ * A book beside the program is the book, also where nothing can be written. An installed program (told by its
+ * entry in the desktop's menus, "../share/applications" seen from it, under whatever prefix) keeps each
+ * user's book in the user's data folder; a book that an earlier version made beside it is taken there, with
+ * its pictures. Otherwise the book is made beside the program, and in the data folder only where that cannot
+ * be done.
+ */
+LugarDoLivro PastaDoLivro(const QString &pastaDoPrograma);

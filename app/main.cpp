@@ -3,11 +3,13 @@
 #include "app/CopiaUnica.h"
 #include "app/Pasta.h"
 #include "app/Site.h"
+#include "app/Sobras.h"
 #include "app/frmPrincipal.h"
 #include "assets/Recursos.h"
 #include "base/AbridorQt.h"
 #include "base/Alcance.h"
 #include "base/AvisosQt.h"
+#include "base/Disco.h"
 #include "base/EventosPendentes.h"
 #include "base/Fontes.h"
 #include "base/Protegido.h"
@@ -24,6 +26,7 @@
 #include "store/access/ConversorAccess.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QIcon>
 #include <QLocale>
 #include <QTranslator>
@@ -51,6 +54,16 @@ Importacao ImportarPacote(const Banco &banco, const Figuras &figuras, Avisos &av
     });
     return importacao;
 }
+/// The package's path. A name whose bytes are no text is found again among the arguments as the system gave
+/// them.
+QString PacoteDaLinhaDeComando(int argc, char *argv[])
+{
+    const QString pacote = CaminhoDaLinhaDeComando(QApplication::arguments().mid(1));
+    for (int i = 1; i < argc; ++i)
+        if (CaminhoDaLinhaDeComando({QFile::decodeName(argv[i])}) == pacote)
+            return Disco::Alcancavel(QByteArray(argv[i]).replace('"', ""));
+    return pacote;
+}
 } // namespace
 
 int main(int argc, char *argv[])
@@ -70,15 +83,21 @@ int main(int argc, char *argv[])
     const Alcance alcance;
     Separadores::Definir(Separadores::De(QLocale::system()));
 
-    const QString pasta = PastaDoLivro(QApplication::applicationDirPath());
+    Disco::SuportarLimiteDeTamanho();
+    QByteArray pastaDoPrograma = Disco::PastaDoPrograma();
+    if (pastaDoPrograma.isEmpty())
+        pastaDoPrograma = QFile::encodeName(QApplication::applicationDirPath());
+    const auto [pasta, mudanca] = PastaDoLivro(Disco::Alcancavel(pastaDoPrograma));
     Banco banco(pasta);
     // An old Access book is converted at an opening, in the middle of some operation: the news of it wait.
     QStringList recados;
+    if (!mudanca.isEmpty())
+        recados << mudanca;
     std::function<void(const QString &)> recado = [&recados](const QString &texto) { recados << texto; };
     banco.DefinirConversor(ConversorAccess([&recado](const QString &texto) { recado(texto); }));
     const Figuras figuras(banco);
     AvisosQt avisos;
-    const QString pacote = CaminhoDaLinhaDeComando(QApplication::arguments().mid(1));
+    const QString pacote = PacoteDaLinhaDeComando(argc, argv);
 
     CopiaUnica copia(pasta);
     if (!copia.Primeira()) {
@@ -88,11 +107,19 @@ int main(int argc, char *argv[])
         // A package that brought nothing is no reason to touch what the first copy shows.
         if (entrou)
             copia.Entregar(CopiaUnica::Aviso::ImportacaoTerminada);
-        else if (pacote.isEmpty())
-            copia.Entregar(CopiaUnica::Aviso::Ativar);
+        else if (pacote.isEmpty() && !copia.Entregar(CopiaUnica::Aviso::Ativar)) {
+            InstalarFontes();
+            avisos.Avisar(
+                "O Cozinhario 2005 já está aberto, mas não responde.\r\n\r\nEspere que ele termine o que "
+                "está fazendo, ou encerre-o, e tente de novo.",
+                Avisos::Icone::Exclamacao);
+            return 1;
+        }
         return 0;
     }
     copia.Escutar();
+    if (copia.Trancada())
+        RemoverSobras(banco);
 
     SeletorArquivosQt seletor;
     AbridorQt abridor;

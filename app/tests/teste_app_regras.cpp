@@ -10,6 +10,22 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+namespace
+{
+void Escrever(const QString &caminho, const QByteArray &bytes)
+{
+    QFile arquivo(caminho);
+    QVERIFY(arquivo.open(QIODevice::WriteOnly));
+    QCOMPARE(arquivo.write(bytes), bytes.size());
+}
+
+QByteArray Ler(const QString &caminho)
+{
+    QFile arquivo(caminho);
+    return arquivo.open(QIODevice::ReadOnly) ? arquivo.readAll() : QByteArray("(none)");
+}
+} // namespace
+
 class TesteAppRegras : public QObject
 {
     Q_OBJECT
@@ -118,6 +134,11 @@ private slots:
         QTemporaryDir pasta;
         CopiaUnica primeira(pasta.path());
         CopiaUnica segunda(pasta.path());
+        // The first has been there for long: it is not waited for as one that is just starting.
+        QFile trava(pasta.filePath("cozinhario.lck"));
+        QVERIFY(trava.open(QIODevice::ReadWrite));
+        QVERIFY(
+            trava.setFileTime(QDateTime::currentDateTime().addDays(-1), QFileDevice::FileModificationTime));
         QVERIFY(!segunda.Entregar(CopiaUnica::Aviso::Ativar));
     }
 
@@ -137,7 +158,80 @@ private slots:
     void oLivroFicaAoLadoDoPrograma()
     {
         QTemporaryDir pasta;
-        QCOMPARE(PastaDoLivro(pasta.path()), pasta.path());
+        QCOMPARE(PastaDoLivro(pasta.path()).pasta, pasta.path());
+    }
+
+    void semTravaAPrimeiraEAQueEscuta()
+    {
+        QTemporaryDir pasta;
+        QVERIFY(QDir(pasta.path()).mkdir("cozinhario.lck")); // the lock cannot be made
+        CopiaUnica primeira(pasta.path());
+        QVERIFY(primeira.Primeira());
+        QVERIFY(!primeira.Trancada());
+        primeira.Escutar();
+        CopiaUnica segunda(pasta.path());
+        QVERIFY(!segunda.Primeira());
+    }
+
+    void oProgramaInstaladoGuardaOLivroComOUsuario()
+    {
+        QTemporaryDir prefixo, dados;
+        const QByteArray antes = qgetenv("XDG_DATA_HOME");
+        qputenv("XDG_DATA_HOME", QFile::encodeName(dados.path()));
+        const auto voltar = qScopeGuard([&] { qputenv("XDG_DATA_HOME", antes); });
+        const QString bin = prefixo.filePath("bin");
+        QVERIFY(QDir().mkpath(bin));
+        QCOMPARE(PastaDoLivro(bin).pasta, bin); // not installed: a portable program in a folder of that name
+
+        QVERIFY(QDir().mkpath(prefixo.filePath("share/applications")));
+        Escrever(prefixo.filePath("share/applications/cozinhario.desktop"), "[Desktop Entry]");
+        const QString doUsuario = dados.filePath("cozinhario2005");
+        QCOMPARE(PastaDoLivro(bin).pasta, doUsuario);
+        QVERIFY(PastaDoLivro(bin).recado.isEmpty());
+        QVERIFY(QFileInfo(doUsuario).isDir());
+    }
+
+    void oLivroEsquecidoComOProgramaInstaladoELevado()
+    {
+        QTemporaryDir prefixo, dados;
+        const QByteArray antes = qgetenv("XDG_DATA_HOME");
+        qputenv("XDG_DATA_HOME", QFile::encodeName(dados.path()));
+        const auto voltar = qScopeGuard([&] { qputenv("XDG_DATA_HOME", antes); });
+        const QString bin = prefixo.filePath("bin");
+        const QString doUsuario = dados.filePath("cozinhario2005");
+        QVERIFY(QDir().mkpath(bin + "/Fotos"));
+        QVERIFY(QDir().mkpath(prefixo.filePath("share/applications")));
+        Escrever(prefixo.filePath("share/applications/cozinhario.desktop"), "[Desktop Entry]");
+        Escrever(bin + "/dadosr.lst", "o livro");
+        Escrever(bin + "/Fotos/F0000001.img", "a figura");
+
+        const LugarDoLivro lugar = PastaDoLivro(bin);
+        QCOMPARE(lugar.pasta, doUsuario);
+        QVERIFY(lugar.recado.contains(doUsuario));
+        QCOMPARE(Ler(doUsuario + "/dadosr.lst"), "o livro");
+        QCOMPARE(Ler(doUsuario + "/Fotos/F0000001.img"), "a figura");
+        QVERIFY(QDir(bin).isEmpty());
+        QVERIFY(PastaDoLivro(bin).recado.isEmpty()); // told once
+
+        Escrever(bin + "/dadosr.lst", "outro livro");
+        QCOMPARE(PastaDoLivro(bin).pasta, doUsuario);
+        QCOMPARE(Ler(doUsuario + "/dadosr.lst"), "o livro"); // the user's own is never replaced
+    }
+
+    void oLivroQueNaoPodeSerLevadoFicaSendoOLivro()
+    {
+        QTemporaryDir prefixo, dados;
+        const QByteArray antes = qgetenv("XDG_DATA_HOME");
+        Escrever(dados.filePath("arquivo"), "no folder can be made below a file");
+        qputenv("XDG_DATA_HOME", QFile::encodeName(dados.filePath("arquivo")));
+        const auto voltar = qScopeGuard([&] { qputenv("XDG_DATA_HOME", antes); });
+        const QString bin = prefixo.filePath("bin");
+        QVERIFY(QDir().mkpath(bin));
+        QVERIFY(QDir().mkpath(prefixo.filePath("share/applications")));
+        Escrever(prefixo.filePath("share/applications/cozinhario.desktop"), "[Desktop Entry]");
+        Escrever(bin + "/dadosr.lst", "o livro");
+        QCOMPARE(PastaDoLivro(bin).pasta, bin);
+        QCOMPARE(Ler(bin + "/dadosr.lst"), "o livro");
     }
 };
 

@@ -354,6 +354,8 @@ void frmPrincipal::FecharTela()
 {
     Completar();
     m_telas->FecharTela();
+    if (m_picTitulo->isHidden())
+        setFocus(); // else the space bar would press what comes next in line: a link to the web
 }
 
 void frmPrincipal::AtualizarBotoes(const BotaoImagem *controle)

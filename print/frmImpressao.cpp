@@ -229,6 +229,11 @@ void frmImpressao::Carregar()
         cmbImpressora->setPlaceholderText(
             cmbImpressora->count() == 0 ? QStringLiteral("Nenhuma impressora instalada") : QString());
     });
+    if (cmbImpressora->count() == 0) { // what stands in the printers' place is none of them
+        QPalette cinza = cmbImpressora->palette();
+        cinza.setColor(QPalette::Text, cinza.color(QPalette::PlaceholderText));
+        cmbImpressora->setPalette(cinza);
+    }
     cmbImpressora->setCurrentIndex(
         cmbImpressora->findText(m_atual.DeviceName, Qt::MatchExactly | Qt::MatchCaseSensitive));
 

@@ -16,6 +16,7 @@
 
 #include <QAbstractItemView>
 #include <QAction>
+#include <QApplication>
 #include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
@@ -264,6 +265,7 @@ private slots:
         p->janela.FecharTela();
         QVERIFY(lblConvite->isVisible());
         QVERIFY(lblConvite->text().contains("Lista de Receitas"));
+        QCOMPARE(QApplication::focusWidget(), &p->janela); // on no link: the space bar opens no web site
         QVERIFY(lblConvite->sizeHint().width() <= lblConvite->width()); // in one line
         Clique("imgLstRcta");
         QVERIFY(lblConvite->isHidden());

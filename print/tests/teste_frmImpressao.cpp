@@ -404,6 +404,7 @@ void TesteFrmImpressao::semImpressoraConfirmarDaMenosUm()
     auto *combo = Controle<QComboBox>("cmbImpressora");
     QCOMPARE(combo->count(), 0);
     QCOMPARE(combo->placeholderText(), QString("Nenhuma impressora instalada"));
+    QCOMPARE(combo->palette().color(QPalette::Text), combo->palette().color(QPalette::PlaceholderText));
     QCOMPARE(Marcadas(), QString("Retrato Baixa Preto e Branco"));
     QCOMPARE(Controle<QLineEdit>("txtCopies")->text(), QString("1"));
     Marcar("optOtima");

@@ -211,6 +211,7 @@ void frmPrincipal::LigarPaineis()
         Proteger(m_portas.avisos, [=, this] { m_impressao->ImprimirDoMenu(lngReceita); });
     });
     connect(m_editor, &PainelEditor::receitaSalva, this, Protegido(m_portas.avisos, [this] {
+                m_lista->MarcarDepois(m_editor->DadosDaTela().txtNroReceita.toLongLong());
                 m_telas->FecharDetalhe();
                 m_lista->imgLstRcta_Click();
             }));

@@ -91,6 +91,13 @@ void BotaoImagem::focusInEvent(QFocusEvent *event)
         emit apontado();
 }
 
+void BotaoImagem::focusOutEvent(QFocusEvent *event)
+{
+    QAbstractButton::focusOutEvent(event);
+    if (m_aceso && !underMouse())
+        emit deixado();
+}
+
 void BotaoImagem::keyPressEvent(QKeyEvent *event)
 {
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {

@@ -29,7 +29,7 @@ public:
 signals:
     /// The mouse moves over the button, or the keyboard's focus comes to it.
     void apontado();
-    /// The mouse left the button.
+    /// The mouse left the button, or the focus a button that the mouse is not on.
     void deixado();
 
 protected:
@@ -38,6 +38,7 @@ protected:
     void enterEvent(QEnterEvent *event) override;
     void leaveEvent(QEvent *event) override;
     void focusInEvent(QFocusEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
 
 private:

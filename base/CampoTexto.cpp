@@ -7,6 +7,7 @@
 #include <QAbstractItemView>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
+#include <QMimeData>
 
 namespace
 {
@@ -52,6 +53,14 @@ CampoTexto::CampoTexto(const QString &nome, QWidget *parent, bool numeric)
     , m_numeric(numeric)
 {
     setObjectName(nome);
+    // Pasted text is not filtered, but a NUL in it would end the text somewhere on its way.
+    connect(this, &QLineEdit::textEdited, this, [this](const QString &texto) {
+        if (!texto.contains(QChar::Null))
+            return;
+        const qsizetype cursor = cursorPosition() - texto.left(cursorPosition()).count(QChar::Null);
+        setText(QString(texto).remove(QChar::Null));
+        setCursorPosition(static_cast<int>(cursor));
+    });
 }
 
 bool CampoTexto::Aceitar(QKeyEvent *)
@@ -94,6 +103,17 @@ QString CampoMemo::Texto() const
 void CampoMemo::DefinirTexto(const QString &texto)
 {
     setPlainText(ComLf(texto));
+}
+
+void CampoMemo::insertFromMimeData(const QMimeData *source)
+{
+    if (!source->hasText() || !source->text().contains(QChar::Null)) {
+        QPlainTextEdit::insertFromMimeData(source);
+        return;
+    }
+    QMimeData limpo;
+    limpo.setText(source->text().remove(QChar::Null));
+    QPlainTextEdit::insertFromMimeData(&limpo);
 }
 
 void CampoMemo::keyPressEvent(QKeyEvent *event)

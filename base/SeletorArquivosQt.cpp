@@ -3,6 +3,7 @@
 #include "base/Operacao.h"
 
 #include <QFileDialog>
+#include <QFileIconProvider>
 #include <QHeaderView>
 #include <QTreeView>
 
@@ -12,6 +13,19 @@ namespace
 constexpr int kLargura = 760;
 constexpr int kAltura = 460;
 constexpr int kColunas[] = {250, 85, 120, 165}; // name, size, kind, date
+
+/// The toolkit's translation leaves these two words of the column "Tipo" in English.
+class TiposDeArquivo : public QFileIconProvider
+{
+public:
+    QString type(const QFileInfo &info) const override
+    {
+        if (info.isDir())
+            return "Pasta";
+        const QString tipo = QFileIconProvider::type(info);
+        return tipo == "Unknown" ? QString("Desconhecido") : tipo;
+    }
+};
 
 // A desktop's own file dialog has no such list and stays as it is.
 void AlargarColunas(QFileDialog &dialogo)
@@ -24,19 +38,28 @@ void AlargarColunas(QFileDialog &dialogo)
 }
 } // namespace
 
-QString SeletorArquivosQt::FiltroQt(const QString &filtro)
+QString SeletorArquivosQt::FiltroQt(const QString &filtro, bool doisCasos)
 {
     const QStringList partes = filtro.split('|');
     QStringList saida;
-    for (qsizetype i = 0; i + 1 < partes.size(); i += 2)
-        saida += QString("%1 (%2)").arg(partes[i], QString(partes[i + 1]).replace(';', ' '));
+    for (qsizetype i = 0; i + 1 < partes.size(); i += 2) {
+        QStringList padroes;
+        for (const QString &padrao : partes[i + 1].split(';')) {
+            padroes << padrao;
+            if (doisCasos && padrao.toUpper() != padrao)
+                padroes << padrao.toUpper();
+        }
+        saida += QString("%1 (%2)").arg(partes[i], padroes.join(' '));
+    }
     return saida.join(";;");
 }
 
 QString SeletorArquivosQt::Escolher(const PedidoArquivo &pedido, bool salvar)
 {
+    TiposDeArquivo tipos; // outlives the dialog
     QFileDialog dialogo(m_janela, pedido.titulo, pedido.pastaInicial, FiltroQt(pedido.filtro));
     dialogo.setObjectName("CmmnDlg");
+    dialogo.setIconProvider(&tipos);
     dialogo.resize(kLargura, kAltura);
     if (salvar) {
         dialogo.setAcceptMode(QFileDialog::AcceptSave);
@@ -55,6 +78,9 @@ QString SeletorArquivosQt::Escolher(const PedidoArquivo &pedido, bool salvar)
     if (!pedido.nome.isEmpty())
         dialogo.selectFile(pedido.nome);
     AlargarColunas(dialogo);
+    // Qt's own dialog shows IMG_2041.JPG for "*.jpg"; a desktop's may tell the letters' case apart.
+    if (!dialogo.findChild<QTreeView *>("treeView"))
+        dialogo.setNameFilters(FiltroQt(pedido.filtro, true).split(";;"));
     const Operacao operacao(Operacao::Tipo::Dialogo);
     if (dialogo.exec() != QDialog::Accepted)
         return {};

@@ -15,7 +15,8 @@ public:
     void DefinirJanela(QWidget *janela) { m_janela = janela; }
 
     /// "Arquivos de Imagens|*.bmp;*.jpg" as Qt's dialog states it: "Arquivos de Imagens (*.bmp *.jpg)".
-    static QString FiltroQt(const QString &filtro);
+    /// @param doisCasos each pattern in small and in capital letters, for dialogs that tell them apart
+    static QString FiltroQt(const QString &filtro, bool doisCasos = false);
 
 private:
     QString Escolher(const PedidoArquivo &pedido, bool salvar);

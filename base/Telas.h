@@ -18,8 +18,8 @@ public:
     /// Closes the view on top of the history.
     virtual void FecharTela() = 0;
 
-    /// Closes the editor's view, on top or not: its recipe was saved or deleted, and no "Voltar" leads back to
-    /// it.
+    /// Closes the editor's view, on top or not: its recipe was saved or deleted, and no "Voltar" leads back
+    /// to it.
     virtual void FecharDetalhe() { FecharTela(); }
 
     /// The key of the view on screen: "Listagem", "Detalhe", "Pesquisa", or "" when none is open.

@@ -13,6 +13,7 @@ bool Exclusao::ExcluirDaTela(qint64 lngReceita)
         return false;
     ExcluirReceita(m_banco, lngReceita);
     m_telas.FecharDetalhe();
+    m_lista.ManterLugar();
     m_lista.imgLstRcta_Click();
     return true;
 }

@@ -144,12 +144,36 @@ int LinhasLista::Linha(qint64 lngReceita) const
     return -1;
 }
 
+namespace
+{
+// The letter alone, small: "Ã" and "a" are the same.
+QChar SemAcento(QChar letra)
+{
+    const QChar pequena = letra.toLower();
+    if (pequena.unicode() < 0x80 || pequena.decompositionTag() != QChar::Canonical)
+        return pequena;
+    return pequena.decomposition().at(0);
+}
+
+bool ComecaSemAcento(const QString &texto, const QString &inicio)
+{
+    return texto.size() >= inicio.size() &&
+           std::equal(inicio.begin(), inicio.end(), texto.begin(),
+                      [](QChar a, QChar b) { return SemAcento(a) == SemAcento(b); });
+}
+} // namespace
+
 int LinhasLista::ProcurarNome(const QString &inicio, int aPartirDe) const
 {
-    for (int i = 0; i < Quantas(); ++i) {
-        const int linha = (aPartirDe + i) % Quantas();
-        if (Texto(linha, Nome).startsWith(inicio, Qt::CaseInsensitive))
-            return linha;
-    }
-    return -1;
+    const auto procurar = [this, aPartirDe](auto serve) {
+        for (int i = 0; i < Quantas(); ++i) {
+            const int linha = (aPartirDe + i) % Quantas();
+            if (serve(Texto(linha, Nome)))
+                return linha;
+        }
+        return -1;
+    };
+    const int linha =
+        procurar([&](const QString &nome) { return nome.startsWith(inicio, Qt::CaseInsensitive); });
+    return linha >= 0 ? linha : procurar([&](const QString &nome) { return ComecaSemAcento(nome, inicio); });
 }

@@ -44,7 +44,7 @@ public:
     /// The row of a recipe, or -1.
     int Linha(qint64 lngReceita) const;
     /// The first row whose name begins so, whatever the letter case, from `aPartirDe` on and around the end;
-    /// -1 for none.
+    /// where no name does, accents count for nothing either. -1 for none.
     int ProcurarNome(const QString &inicio, int aPartirDe) const;
 
 private:

@@ -10,6 +10,7 @@
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <QToolTip>
 
@@ -92,10 +93,31 @@ int ListaReceitas::LinhaAtual() const
     return atual.isValid() && selectionModel()->isRowSelected(atual.row()) ? atual.row() : -1;
 }
 
+void ListaReceitas::Marcar(int linha)
+{
+    if (linha < 0)
+        return;
+    const QModelIndex indice = m_modelo.index(linha, LinhasLista::Nome);
+    setCurrentIndex(indice);
+    scrollTo(indice);
+}
+
+void ListaReceitas::VoltarAoLugar(int topo, int atual)
+{
+    const int ultima = m_modelo.rowCount() - 1;
+    if (ultima < 0)
+        return;
+    if (atual >= 0)
+        selectionModel()->setCurrentIndex(m_modelo.index(std::min(atual, ultima), LinhasLista::Nome),
+                                          QItemSelectionModel::NoUpdate);
+    executeDelayedItemsLayout();
+    verticalScrollBar()->setValue(topo);
+}
+
 void ListaReceitas::DefinirDica(const QString &dica)
 {
-    m_dica = dica;
-    setAccessibleDescription(dica);
+    m_dica = m_modelo.rowCount() == 0 ? dica : QString();
+    setAccessibleDescription(m_dica);
     viewport()->update();
 }
 
@@ -126,7 +148,37 @@ void ListaReceitas::keyPressEvent(QKeyEvent *event)
     default:
         break;
     }
+    if (ComecarSelecao(*event)) {
+        event->accept();
+        return;
+    }
     QTreeView::keyPressEvent(event);
+}
+
+// A fresh list has a row with the focus that is not selected yet. The key that would leave it selects it
+// first: the only result of a search is opened with Down and Enter.
+bool ListaReceitas::ComecarSelecao(const QKeyEvent &tecla)
+{
+    if (tecla.modifiers() & (Qt::ControlModifier | Qt::AltModifier) || m_modelo.rowCount() == 0 ||
+        selectionModel()->hasSelection())
+        return false;
+    const int atual = std::max(currentIndex().row(), 0);
+    switch (tecla.key()) {
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+        Marcar(atual);
+        return true;
+    case Qt::Key_Home:
+        Marcar(0);
+        return true;
+    case Qt::Key_End:
+        Marcar(m_modelo.rowCount() - 1);
+        return true;
+    default:
+        return false;
+    }
 }
 
 void ListaReceitas::PedirMenuPeloTeclado()

@@ -19,7 +19,12 @@ public:
     QList<int> LinhasSelecionadas() const;
     /// The row that has the focus, when it is selected; -1 otherwise.
     int LinhaAtual() const;
-    /// A line in the middle of an empty list.
+    /// Selects this row, which gets the focus, and brings it into view; nothing for -1.
+    void Marcar(int linha);
+    /// Scrolls so that the row `topo` is the first that is seen, and gives the row `atual` the focus without
+    /// selecting it; where there are not as many rows any more, the last one.
+    void VoltarAoLugar(int topo, int atual);
+    /// A line in the middle of the list, as long as it is empty.
     void DefinirDica(const QString &dica);
 
     /// Type-ahead: goes to the next recipe whose name begins with what was typed.
@@ -43,6 +48,7 @@ protected:
                  const QModelIndex &index) const override;
 
 private:
+    bool ComecarSelecao(const QKeyEvent &tecla);
     void PedirMenuPeloTeclado();
     void MostrarTextoInteiro(class QHelpEvent *event);
 

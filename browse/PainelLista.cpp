@@ -25,12 +25,14 @@
 #include <QMenu>
 #include <QPointer>
 #include <QScopeGuard>
+#include <QScrollBar>
 
 namespace
 {
 constexpr int kLinhasPorVez = 4096; // taken over between two looks at the window's events
 
 constexpr auto kVazia = "Nenhuma receita para mostrar.";
+constexpr auto kIlegivel = "A lista de receitas não pôde ser lida.";
 constexpr auto kLivroVazio =
     "Seu livro ainda não tem receitas. Cadastre a primeira com o botão Nova Receita.";
 } // namespace
@@ -143,6 +145,10 @@ void PainelLista::Preencher()
         aberta = false;
         Ponteiro::Normal();
     }
+    const int topo = m_lstVwReceitas->verticalScrollBar()->value();
+    const int atual = m_lstVwReceitas->currentIndex().row();
+    const qint64 procurada = std::exchange(m_marcada, 0);
+    const bool manterLugar = std::exchange(m_manterLugar, false);
     m_lstVwReceitas->DefinirDica("");
     m_modelo->Limpar();
 
@@ -154,8 +160,15 @@ void PainelLista::Preencher()
     }
     if (m_chave >= 0)
         linhas.Ordenar(static_cast<LinhasLista::Coluna>(m_chave));
-    m_lstVwReceitas->DefinirDica(aberta && pedida.isEmpty() && rs.RecordCount() == 0 ? kLivroVazio : kVazia);
     m_modelo->Preencher(std::move(linhas));
+    if (!aberta)
+        m_lstVwReceitas->DefinirDica(kIlegivel);
+    else
+        m_lstVwReceitas->DefinirDica(pedida.isEmpty() && rs.RecordCount() == 0 ? kLivroVazio : kVazia);
+    if (manterLugar)
+        m_lstVwReceitas->VoltarAoLugar(topo, atual);
+    if (procurada > 0)
+        m_lstVwReceitas->Marcar(m_modelo->Linhas().Linha(procurada));
 }
 
 QList<qint64> PainelLista::ReceitasSelecionadas() const
@@ -218,6 +231,7 @@ void PainelLista::Excluir(const QList<qint64> &receitas)
     if (!m_portas.avisos.Perguntar(receitas.size() == 1 ? "Confirma Exclusão da Receita?"
                                                         : "Confirma Exclusão das Receitas?"))
         return;
+    m_manterLugar = true;
     try {
         if (receitas.size() == 1) {
             ExcluirReceita(m_portas.banco, receitas.first());

@@ -42,6 +42,10 @@ public:
      * running returns at once. A query that fails leaves the list empty, without a message.
      */
     void imgLstRcta_Click();
+    /// The next fill selects this recipe and brings it into view.
+    void MarcarDepois(qint64 lngReceita) { m_marcada = lngReceita; }
+    /// The next fill keeps the place in the list: what stood at its top, and the row that has the focus.
+    void ManterLugar() { m_manterLugar = true; }
     bool Carregando() const { return m_blnCarregandoLista; }
 
     /// Numbers of the selected recipes in list order.
@@ -85,5 +89,7 @@ private:
     QString m_strSQLLista;
     qint64 m_lngLimiteCalorias = 0;
     bool m_blnCarregandoLista = false;
+    qint64 m_marcada = 0;
+    bool m_manterLugar = false;
     int m_chave = -1; ///< column that the list is sorted by; -1: as the query gives it
 };

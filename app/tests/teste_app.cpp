@@ -530,6 +530,7 @@ private slots:
         Clique("cmdSalvarRct");
         QVERIFY(p->avisos.mostrados.isEmpty());
         QCOMPARE(lista->model()->index(0, 0).data().toString(), QString("Bolo de milho"));
+        QVERIFY(lista->selectionModel()->isRowSelected(0));
         QVERIFY(C("picDetReceita")->isHidden());
         QCOMPARE(Titulo(), QString(" Receitas Cadastradas"));
     }

@@ -150,6 +150,23 @@ private slots:
         QCOMPARE(campo.text(), QString("Pão d'água"));
     }
 
+    void oNuloColadoSai()
+    {
+        const QString comNulos = QString("Bo") + QChar::Null + "lo" + QChar::Null;
+        CampoTexto campo("txtNome");
+        campo.show();
+        campo.setText("de milho");
+        campo.setCursorPosition(0);
+        QGuiApplication::clipboard()->setText(comNulos);
+        QTest::keyClick(&campo, Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(campo.text(), QString("Bolode milho"));
+        QCOMPARE(campo.cursorPosition(), 4);
+        CampoMemo memo("txtModo");
+        memo.show();
+        QTest::keyClick(&memo, Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(memo.Texto(), QString("Bolo"));
+    }
+
     void oMemoGuardaParagrafosEBrancosInseparaveis()
     {
         CampoMemo memo("txtModo");
@@ -329,6 +346,8 @@ private slots:
     {
         QCOMPARE(SeletorArquivosQt::FiltroQt("Arquivos de Imagens|*.bmp;*.jpg;*.gif;*.img"),
                  QString("Arquivos de Imagens (*.bmp *.jpg *.gif *.img)"));
+        QCOMPARE(SeletorArquivosQt::FiltroQt("Backups|*.bck|Imagens|*.jpg;*.GIF", true),
+                 QString("Backups (*.bck *.BCK);;Imagens (*.jpg *.JPG *.GIF)"));
     }
 
     void oDialogoDeArquivosMostraSuasColunasInteiras()
@@ -338,12 +357,18 @@ private slots:
         QVERIFY(arquivo.open(QIODevice::WriteOnly));
         QVERIFY(arquivo.resize(123456));
         arquivo.close();
+        QVERIFY(arquivo.rename(pasta.filePath("BOLO.JPG")));
+        QVERIFY(QDir(pasta.path()).mkdir("Fotos"));
         int colunas = 0;
+        QStringList linhas;
         QStringList cortadas;
         QTimer::singleShot(0, this, [&] {
             auto *dialogo = QApplication::activeModalWidget();
             auto *lista = dialogo->findChild<QTreeView *>("treeView");
-            QTRY_VERIFY(lista->model()->rowCount(lista->rootIndex()) > 0);
+            QTRY_COMPARE(lista->model()->rowCount(lista->rootIndex()), 2);
+            for (int linha = 0; linha < 2; ++linha)
+                linhas << lista->model()->index(linha, 0, lista->rootIndex()).data().toString() + ": " +
+                              lista->model()->index(linha, 2, lista->rootIndex()).data().toString();
             for (int coluna = 0; coluna < lista->header()->count(); ++coluna, ++colunas) {
                 const QString titulo = lista->model()->headerData(coluna, Qt::Horizontal).toString();
                 if (lista->sizeHintForIndex(lista->model()->index(0, coluna, lista->rootIndex())).width() >
@@ -362,6 +387,8 @@ private slots:
         pedido.pastaInicial = pasta.path();
         seletor.EscolherParaAbrir(pedido);
         QCOMPARE(colunas, 4);
+        QVERIFY2(linhas.contains("Fotos: Pasta"), qPrintable(linhas.join(", ")));
+        QVERIFY2(linhas.join(' ').contains("BOLO.JPG"), qPrintable(linhas.join(", ")));
         QVERIFY2(cortadas.isEmpty(), qPrintable(cortadas.join(", ")));
     }
 
@@ -384,6 +411,28 @@ private slots:
         QTest::mouseClick(&botao, Qt::LeftButton);
         QCOMPARE(clicado.count(), 3);
         QCOMPARE(botao.accessibleName(), QString("Lista de Receitas"));
+    }
+
+    void oBotaoApagaQuandoOFocoSai()
+    {
+        QWidget janela;
+        janela.resize(300, 100);
+        QLabel normal, sobre;
+        normal.setPixmap(QPixmap(36, 36));
+        sobre.setPixmap(QPixmap(36, 36));
+        BotaoImagem botao("imgLstRcta", "Lista de Receitas", &normal, &sobre, &janela);
+        botao.move(200, 40);
+        QLineEdit campo(&janela);
+        connect(&botao, &BotaoImagem::apontado, this, [&] { botao.Acender(true); });
+        connect(&botao, &BotaoImagem::deixado, this, [&] { botao.Acender(false); });
+        janela.show();
+        janela.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&janela));
+        campo.setFocus();
+        botao.setFocus(Qt::TabFocusReason);
+        QVERIFY(botao.Aceso());
+        campo.setFocus(Qt::TabFocusReason);
+        QVERIFY(!botao.Aceso());
     }
 
     void oQueOutroPainelCobreNaoSeAlcanca()

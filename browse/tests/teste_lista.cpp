@@ -168,7 +168,7 @@ private slots:
         b.lista->imgLstRcta_Click();
         QVERIFY(alturas.vistas.isEmpty());
         QCOMPARE(b.Nomes(), QStringList{"Nova"});
-        QCOMPARE(b.Lst()->accessibleDescription(), "Nenhuma receita para mostrar.");
+        QCOMPARE(b.Lst()->accessibleDescription(), QString()); // that of an empty list
     }
 
     void comAPesquisaAbertaAListaFicaBaixa()
@@ -194,8 +194,10 @@ private slots:
         QCOMPARE(b.Lst()->model()->rowCount(), 0);
         QVERIFY(b.avisos.vistos.isEmpty());
         QVERIFY(!b.lista->Carregando());
+        QCOMPARE(b.Lst()->accessibleDescription(), QString("A lista de receitas não pôde ser lida."));
         b.lista->imgLstRcta_Click();
         QCOMPARE(b.Nomes(), QStringList{"Bolo"});
+        QCOMPARE(b.Lst()->accessibleDescription(), QString()); // of an empty list only
     }
 
     void consultaELimiteValemParaUmPreenchimento()
@@ -402,6 +404,92 @@ private slots:
         QCOMPARE(b.Lst()->LinhasSelecionadas(), QList<int>{1});
         QTest::keyClick(b.Lst(), 'r');
         QCOMPARE(b.Lst()->LinhasSelecionadas(), QList<int>{2});
+    }
+
+    void semALetraExataOsAcentosNaoContam()
+    {
+        Bancada b;
+        for (const char *nome : {"Panqueca", "Pão", "Pãozinho", "Épocas", "Torta"})
+            b.livro.Guardar({.nome = nome});
+        b.lista->imgLstRcta_Click();
+        const auto procurar = [&b](const QString &letras) {
+            b.Lst()->clearSelection();
+            b.Lst()->setCurrentIndex(b.Lst()->model()->index(0, 0));
+            QTest::qWait(QApplication::keyboardInputInterval() + 20); // a pause begins a new search
+            Teclar(b.Lst(), letras);
+            const QList<int> linhas = b.Lst()->LinhasSelecionadas();
+            return linhas.size() == 1 ? b.Celula(linhas.first(), 0) : QString();
+        };
+        QCOMPARE(procurar("pao"), QString("Pão"));
+        QCOMPARE(procurar("paoz"), QString("Pãozinho"));
+        QCOMPARE(procurar("pa"), QString("Panqueca")); // exact letters go first
+        QCOMPARE(procurar("pã"), QString("Pão"));
+        QCOMPARE(procurar("epo"), QString("Épocas"));
+    }
+
+    void asTeclasComecamASelecao_data()
+    {
+        QTest::addColumn<int>("tecla");
+        QTest::addColumn<int>("receitas");
+        QTest::addColumn<int>("linha");
+        QTest::newRow("abaixo, uma só") << int(Qt::Key_Down) << 1 << 0;
+        QTest::newRow("acima, uma só") << int(Qt::Key_Up) << 1 << 0;
+        QTest::newRow("abaixo") << int(Qt::Key_Down) << 3 << 0;
+        QTest::newRow("início") << int(Qt::Key_Home) << 3 << 0;
+        QTest::newRow("fim") << int(Qt::Key_End) << 3 << 2;
+        QTest::newRow("fim, uma só") << int(Qt::Key_End) << 1 << 0;
+        QTest::newRow("página") << int(Qt::Key_PageDown) << 3 << 0;
+        QTest::newRow("letra") << int(Qt::Key_R) << 1 << 0;
+    }
+    void asTeclasComecamASelecao()
+    {
+        QFETCH(int, tecla);
+        QFETCH(int, receitas);
+        QFETCH(int, linha);
+        Bancada b;
+        b.livro.GuardarMuitas(receitas);
+        b.lista->imgLstRcta_Click();
+        QVERIFY(b.Lst()->LinhasSelecionadas().isEmpty());
+        QTest::keyClick(b.Lst(), static_cast<Qt::Key>(tecla));
+        QCOMPARE(b.Lst()->LinhasSelecionadas(), QList<int>{linha});
+        QTest::keyClick(b.Lst(), Qt::Key_Return);
+        QVERIFY(b.detalhe.passos.contains(QString("detalhe %1 ver").arg(linha + 1)));
+    }
+
+    void depoisDeSalvaAReceitaFicaMarcadaEAVista()
+    {
+        Bancada b;
+        b.livro.GuardarMuitas(300);
+        b.lista->imgLstRcta_Click();
+        b.lista->MarcarDepois(250);
+        b.lista->imgLstRcta_Click();
+        QCOMPARE(b.Lst()->LinhasSelecionadas(), QList<int>{249});
+        QVERIFY(b.Lst()->viewport()->rect().contains(b.Centro(249)));
+        b.lista->imgLstRcta_Click(); // once
+        QVERIFY(b.Lst()->LinhasSelecionadas().isEmpty());
+        b.lista->MarcarDepois(999); // not there: nothing
+        b.lista->imgLstRcta_Click();
+        QVERIFY(b.Lst()->LinhasSelecionadas().isEmpty());
+    }
+
+    void depoisDaExclusaoOLugarFica()
+    {
+        Bancada b;
+        b.livro.GuardarMuitas(300);
+        b.lista->imgLstRcta_Click();
+        b.Lst()->scrollTo(b.Lst()->model()->index(150, 0), QAbstractItemView::PositionAtCenter);
+        Selecionar(b, {150});
+        const int topo = b.Lst()->verticalScrollBar()->value();
+        QVERIFY(topo > 0);
+        QTest::keyClick(b.Lst(), Qt::Key_Delete);
+        QCOMPARE(b.Lst()->model()->rowCount(), 299);
+        QCOMPARE(b.Lst()->verticalScrollBar()->value(), topo);
+        QCOMPARE(b.Lst()->currentIndex().row(), 150);
+        QVERIFY(b.Lst()->LinhasSelecionadas().isEmpty()); // another Delete asks for nothing
+        QTest::keyClick(b.Lst(), Qt::Key_Delete);
+        QCOMPARE(b.avisos.perguntas.size(), 1);
+        QTest::keyClick(b.Lst(), Qt::Key_Down);
+        QCOMPARE(b.Lst()->LinhasSelecionadas(), QList<int>{150});
     }
 
     void aMesmaLetraLevaAoProximo()

@@ -77,12 +77,10 @@ public:
     /// Many small recipes, "Receita 0001" and so on, in one statement.
     void GuardarMuitas(int quantas)
     {
-        QStringList valores;
         for (int i = 1; i <= quantas; ++i)
-            valores +=
-                QString("('Receita %1',CDATE('2005-11-21'),'Misture.',0,0)").arg(i, 4, 10, QChar(u'0'));
-        banco.ExecutarSQL("Insert into Receitas(Nome,Data,Modo,Porcoes,Calorias) values " +
-                          valores.join(","));
+            banco.ExecutarSQL(QString("Insert into Receitas(Nome,Data,Modo,Porcoes,Calorias) values "
+                                      "('Receita %1',CDATE('2005-11-21'),'Misture.',0,0)")
+                                  .arg(i, 4, 10, QChar(u'0')));
     }
 
     int Quantas(const QString &tabela) const

@@ -1,10 +1,10 @@
 #include "backup/ArquivadorDoLivro.h"
 
 #include "backup/ArquivoBackup.h"
+#include "backup/LivroParado.h"
 #include "store/Banco.h"
 #include "store/Figuras.h"
 
-#include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
 
@@ -15,19 +15,6 @@ namespace
 {
 constexpr qint64 kBloco = 1024 * 1024;
 constexpr int kTentativas = 5;
-
-/// Tells one state of a file from another.
-struct Estado {
-    explicit Estado(const QString &caminho)
-        : info(caminho)
-    {
-    }
-    bool operator==(const Estado &outro) const
-    {
-        return info.size() == outro.info.size() && info.lastModified() == outro.info.lastModified();
-    }
-    QFileInfo info;
-};
 } // namespace
 
 Fim ArquivadorDoLivro::EscreverLivro(QFile &arquivo)
@@ -38,7 +25,7 @@ Fim ArquivadorDoLivro::EscreverLivro(QFile &arquivo)
     // that changed under the copying is copied again.
     for (int tentativa = 0; tentativa < kTentativas; ++tentativa) {
         m_banco.LerUmaVez();
-        const Estado antes(caminho);
+        const LivroParado parado(m_banco);
         QFile livro(caminho);
         if (!livro.open(QIODevice::ReadOnly) || !arquivo.resize(inicio) || !arquivo.seek(inicio))
             return Fim::Falhou;
@@ -49,8 +36,7 @@ Fim ArquivadorDoLivro::EscreverLivro(QFile &arquivo)
         if (arquivo.write(cabecalho) != cabecalho.size())
             return Fim::Falhou;
         const Fim fim = Copiar(livro, tamanho, arquivo);
-        const bool mudou = !(antes == Estado(caminho));
-        if (fim == Fim::Interrompido || !mudou)
+        if (fim == Fim::Interrompido || parado.Continua())
             return fim;
     }
     return Fim::Falhou;

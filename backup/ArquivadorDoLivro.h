@@ -13,6 +13,7 @@ enum class Fim {
     Feito,
     Falhou,       ///< a disk is full, a file cannot be read or written
     GrandeDemais, ///< a file of 1 000 000 000 bytes or more: nine digits cannot say its length
+    Ocupado,      ///< another copy of the program keeps the book too long
     Interrompido, ///< the program is ending
 };
 

@@ -8,6 +8,7 @@
 #include <QString>
 
 #include <functional>
+#include <optional>
 
 /**
  * Puts the entries of an archive in the place of the book and its pictures, all of them or none.
@@ -38,22 +39,28 @@ public:
                  const std::function<void(const ArquivoBackup::Entrada &)> &andamento,
                  const RecipienteEmFatias::Pausa &pausa);
 
-    /// Copies the present book beside itself as "dadosr-AAAAMMDD-HHMMSS.lst", then keeps the last three of
-    /// these copies. No book yet, no copy. False when the copy cannot be made.
-    bool GuardarLivroAtual(const QDateTime &agora);
+    /// Copies the present book beside itself as "dadosr-AAAAMMDD-HHMMSS.lst", then keeps three of these
+    /// copies, the new one and the two that were made last. Gives its path, "" when there is no book yet,
+    /// nothing when the copy cannot be made whole.
+    std::optional<QString> GuardarLivroAtual(const QDateTime &agora);
 
-    /// Decides for the new files that Preparar() made; false when that cannot be written down.
-    bool Decidir();
+    /// Decides for the new files that Preparar() made; false when that cannot be written down. `copia` is what
+    /// GuardarLivroAtual() gave.
+    bool Decidir(const QString &copia);
 
     /// Whether an earlier run decided and was cut off before it had finished.
     bool Pendente() const;
+    /// Whether the present book is another than when the pending restore was decided: something was saved
+    /// since, which no copy holds.
+    bool LivroMudouDesdeADecisao() const;
 
     /// Moves the files of a decided restore to their places, the book first. Returns the name of the file
     /// that could not be moved, "" when all were; the files after it are discarded.
     QString Aplicar();
 
-    /// Removes what Preparar() made, decided or not. Nothing to remove is no failure.
-    void Descartar();
+    /// Removes what Preparar() made, decided or not. Nothing to remove is no failure. False when a decision
+    /// could not be taken back: it must be tried again before the book changes.
+    bool Descartar();
 
 private:
     QString PastaDeTrabalho() const;

@@ -9,27 +9,41 @@
 #include "base/EventosPendentes.h"
 #include "base/Operacao.h"
 #include "base/OperacaoLonga.h"
+#include "base/Ponteiro.h"
 #include "base/Relogio.h"
 #include "base/SeletorArquivos.h"
 #include "base/Telas.h"
 #include "packages/Recipiente.h"
 #include "store/Banco.h"
 #include "store/Comandos.h"
+#include "store/CopiasDatadas.h"
 #include "store/ErroBanco.h"
+#include "store/ExameArquivo.h"
 #include "store/Figuras.h"
+#include "store/TravaDoLivro.h"
 
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QScopeGuard>
 
+#include <algorithm>
 #include <cerrno>
+#include <optional>
 
 namespace
 {
 const QString kFiltro = "Arquivos de Backups|*.bck";
 constexpr int kMaximoInicial = 100; ///< the bar's own, until the number of pictures is known
 constexpr int kFatiasPorGravacao = 32;
+/// How long another copy of the program may keep us waiting.
+constexpr int kEsperaMs = 10'000;
+/// Of the bar, the part that packing takes; what follows is the reading back.
+constexpr double kParteDeCompactar = 0.85;
+const QString kOcupado =
+    "O livro de receitas está sendo usado por outra cópia do programa. Tente de novo daqui a pouco.";
+const QString kSeguintes = "!\r\nOs Arquivos Seguintes não foram Restaurados.";
 
 /// Lets the window live; false once the program is ending.
 bool Respirar()
@@ -53,6 +67,28 @@ void AbrirTrabalho(ArquivoDeTrabalho &trabalho, const QString &pasta, const QStr
             throw;
         trabalho.AbrirSemNome(outra);
     }
+}
+
+/// Takes the lock, letting the window live meanwhile; false when another copy keeps it too long.
+bool Esperar(TravaDoLivro &trava)
+{
+    const QDeadlineTimer prazo(kEsperaMs);
+    return trava.Pegar([&prazo] { return Respirar() && !prazo.hasExpired(); });
+}
+
+QString ComoVoltar(const QString &copia)
+{
+    return copia.isEmpty() ? "Não havia livro antes da restauração." : CopiasDatadas::ComoVoltar(copia);
+}
+
+/// Work files of earlier versions of the program, which had the name of what they were to become.
+void RemoverSobras(const QString &destino)
+{
+    const QFileInfo info(destino);
+    ArquivoSeguro::RemoverSobras(info.absolutePath());
+    const QFileInfo antiga(info.absolutePath() + "/~" + info.fileName() + ".tmp");
+    if (antiga.isFile() && !antiga.isSymLink())
+        QFile::remove(antiga.filePath());
 }
 
 /// The dialogs answer with a path; a bare name is no answer.
@@ -80,6 +116,19 @@ modBackup::modBackup(const Banco &banco, const Figuras &figuras, Avisos &avisos,
     , m_relogio(relogio)
     , m_janela(janela)
 {
+    m_banco.DefinirAntesDeGravar([this] { AntesDeGravar(); });
+}
+
+modBackup::~modBackup()
+{
+    m_banco.DefinirAntesDeGravar({});
+    AntesDeGravar();
+}
+
+void modBackup::AntesDeGravar()
+{
+    if (m_aDescartar)
+        m_aDescartar = !RestauracaoDoLivro(m_banco, m_figuras).Descartar();
 }
 
 void modBackup::imgBackup_Click()
@@ -104,6 +153,9 @@ void modBackup::imgBackup_Click()
     case Fim::GrandeDemais:
         m_avisos.Avisar("Arquivo Grande Demais para a Cópia de Segurança: " + m_arquivoQueFalhou + "!",
                         Avisos::Icone::Parada);
+        break;
+    case Fim::Ocupado:
+        m_avisos.Avisar(kOcupado, Avisos::Icone::Exclamacao);
         break;
     case Fim::Interrompido:
         break;
@@ -132,11 +184,17 @@ void modBackup::imgRestore_Click()
         m_janela.EsconderTelas();
         m_janela.LivroRestaurado();
         m_avisos.Avisar("Restauração da Cópia de Segurança Realizada com Sucesso!", Avisos::Icone::Nenhum);
+        // By promise every archive whose first entry has the name is put in place; now it shows what came.
+        if (const QString problema = ProblemaDoLivroRestaurado(); !problema.isEmpty())
+            m_avisos.Avisar(problema, Avisos::Icone::Parada);
         break;
     case Desfecho::Desistiu:
         break;
     case Desfecho::Invalido:
         m_avisos.Avisar("Arquivo de Cópia de Segurança Inválida!", Avisos::Icone::Parada);
+        break;
+    case Desfecho::Ocupado:
+        m_avisos.Avisar(kOcupado + "\r\nNenhum Arquivo foi Alterado.", Avisos::Icone::Exclamacao);
         break;
     case Desfecho::NadaAlterado:
         m_avisos.Avisar("Unidade/Diretório Indisponível no Momento!\r\nNenhum Arquivo foi Alterado.",
@@ -144,8 +202,7 @@ void modBackup::imgRestore_Click()
         break;
     case Desfecho::Incompleto:
         m_janela.LivroRestaurado();
-        m_avisos.Avisar("Impossível Restaurar o Arquivo " + m_arquivoQueFalhou +
-                            "!\r\nOs Arquivos Seguintes não foram Restaurados.",
+        m_avisos.Avisar("Impossível Restaurar o Arquivo " + m_arquivoQueFalhou + kSeguintes,
                         Avisos::Icone::Parada);
         break;
     }
@@ -153,9 +210,32 @@ void modBackup::imgRestore_Click()
 
 void modBackup::ConcluirRestauracao()
 {
-    RestauracaoDoLivro restauracao(m_banco, m_figuras);
-    const QString falhou = restauracao.Pendente() ? restauracao.Aplicar() : QString();
-    restauracao.Descartar();
+    QString recado;
+    Avisos::Icone icone = Avisos::Icone::Parada;
+    {
+        RestauracaoDoLivro restauracao(m_banco, m_figuras);
+        TravaDoLivro trava(m_banco);
+        bool pendente = restauracao.Pendente();
+        if (pendente && !Esperar(trava)) {
+            m_avisos.Avisar(kOcupado, Avisos::Icone::Exclamacao); // it is finished at the next start
+            return;
+        }
+        if (pendente && restauracao.LivroMudouDesdeADecisao()) {
+            const std::optional<QString> copia = restauracao.GuardarLivroAtual(m_relogio.Agora());
+            pendente = copia.has_value();
+            icone = pendente ? Avisos::Icone::Informacao : Avisos::Icone::Parada;
+            recado = pendente ? "Uma restauração que tinha ficado pela metade foi concluída agora.\r\n\r\n" +
+                                    ComoVoltar(*copia)
+                              : QString("Uma restauração ficou pela metade, e não foi possível guardar o livro de agora "
+                                        "para concluí-la. Ela foi abandonada, e o livro está como estava.");
+        }
+        const QString falhou = pendente ? restauracao.Aplicar() : QString();
+        m_aDescartar = !restauracao.Descartar();
+        if (!falhou.isEmpty()) {
+            recado = "Impossível Restaurar o Arquivo " + falhou + kSeguintes;
+            icone = Avisos::Icone::Parada;
+        }
+    }
     // What else a run that was cut off leaves; folders that hold anything of the user's stay.
     for (const auto &[pasta, arquivo] :
          {std::pair("Restore", "/~temp.rst"), std::pair("Backup", "/~temp.bck")}) {
@@ -165,10 +245,8 @@ void modBackup::ConcluirRestauracao()
         QFile::remove(onde + arquivo);
         QDir().rmdir(onde);
     }
-    if (!falhou.isEmpty())
-        m_avisos.Avisar("Impossível Restaurar o Arquivo " + falhou +
-                            "!\r\nOs Arquivos Seguintes não foram Restaurados.",
-                        Avisos::Icone::Parada);
+    if (!recado.isEmpty())
+        m_avisos.Avisar(recado, icone);
 }
 
 /// Where both dialogs begin: the application folder.
@@ -190,12 +268,15 @@ Fim modBackup::Salvar(const QString &destino)
     Fim fim = Fim::Falhou;
     try {
         AbrirTrabalho(trabalho, pasta, QFileInfo(destino).path());
+        operacao.DefinirValor(1);
         // Neither the book nor the work file can be the place of its own copy.
         if (!Disco::MesmoArquivo(destino, m_banco.CaminhoDoLivro()) &&
             !Disco::MesmoArquivo(destino, trabalho.Caminho())) {
-            fim = EscreverArquivo(trabalho.Arquivo(), operacao);
-            if (fim == Fim::Feito)
-                fim = CompactarPara(trabalho.Arquivo(), destino);
+            fim = EscreverArquivo(trabalho.Arquivo());
+            if (fim == Fim::Feito) {
+                operacao.DefinirMaximo(m_quantasFiguras == 0 ? 2 : m_quantasFiguras + 1);
+                fim = CompactarPara(trabalho.Arquivo(), destino, operacao);
+            }
         }
     } catch (const Disco::ErroArquivo &) {
         fim = Fim::Falhou;
@@ -204,65 +285,73 @@ Fim modBackup::Salvar(const QString &destino)
     return fim;
 }
 
-Fim modBackup::EscreverArquivo(QFile &arquivo, OperacaoLonga &operacao)
+Fim modBackup::EscreverArquivo(QFile &arquivo)
 {
-    operacao.DefinirValor(1);
     ArquivadorDoLivro arquivador(m_banco, m_figuras, Respirar);
+    TravaDoLivro trava(m_banco);
+    if (!Esperar(trava))
+        return Encerrando() ? Fim::Interrompido : Fim::Ocupado;
     m_arquivoQueFalhou = ArquivoBackup::kNomeDoLivro;
     if (const Fim fim = arquivador.EscreverLivro(arquivo); fim != Fim::Feito)
         return fim;
     RecordSet rs = m_banco.AbrirRecordset(Comandos::SqlFigurasDoBackup());
-    operacao.DefinirMaximo(rs.Eof() ? 2 : rs.RecordCount() + 1);
+    m_quantasFiguras = rs.RecordCount();
     for (; !rs.Eof(); rs.MoveNext()) {
         m_arquivoQueFalhou = rs.Texto(0);
         if (const Fim fim = arquivador.EscreverFigura(arquivo, rs.Texto(0)); fim != Fim::Feito)
             return fim;
-        operacao.Avancar();
     }
     return Fim::Feito;
 }
 
-/// A backup that restores: unpacked again and compared before it takes an earlier one's place. Throws
-/// ErroArquivo.
-Fim modBackup::CompactarPara(QFile &arquivo, const QString &destino)
+/// A backup that restores: unpacked again and compared before it takes an earlier one's place. Here the time
+/// goes, so the bar goes on here: one step for each picture, as their bytes pass and not as they are counted.
+Fim modBackup::CompactarPara(QFile &arquivo, const QString &destino, OperacaoLonga &operacao)
 {
-    // What a killed backup left there, under this name and under that of earlier versions.
-    const QFileInfo lugar(destino);
-    ArquivoSeguro::RemoverSobras(lugar.path());
-    QFile::remove(lugar.path() + "/~" + lugar.fileName() + ".tmp");
+    RemoverSobras(destino);
     ArquivoSeguro copia(destino, {.modelo = m_banco.CaminhoDoLivro(), .seguirLink = true});
     copia.Abrir();
-    int fatias = 0;
-    const auto respirarGravando = [&] {
-        if (++fatias % kFatiasPorGravacao == 0)
-            Disco::IniciarGravacao(copia.Arquivo());
+    const auto total = static_cast<double>(std::max<qint64>(arquivo.size(), 1));
+    const auto andar = [&](double parte) {
+        while (operacao.Valor() <= m_quantasFiguras * parte && operacao.Valor() <= m_quantasFiguras)
+            operacao.Avancar();
         return Respirar();
     };
+    int fatias = 0;
+    const auto compactando = [&] {
+        if (++fatias % kFatiasPorGravacao == 0)
+            Disco::IniciarGravacao(copia.Arquivo());
+        return andar(kParteDeCompactar * static_cast<double>(arquivo.pos()) / total);
+    };
+    const auto conferindo = [&] {
+        return andar(kParteDeCompactar +
+                     (1 - kParteDeCompactar) * static_cast<double>(arquivo.pos()) / total);
+    };
     quint32 soma = 0;
-    if (const Fim fim =
-            FimDe(RecipienteEmFatias::Compactar(arquivo, copia.Arquivo(), soma, respirarGravando));
+    if (const Fim fim = FimDe(RecipienteEmFatias::Compactar(arquivo, copia.Arquivo(), soma, compactando));
         fim != Fim::Feito)
         return fim;
-    if (const Fim fim = FimDe(RecipienteEmFatias::Conferir(copia.Arquivo(), arquivo, soma, Respirar));
+    if (const Fim fim = FimDe(RecipienteEmFatias::Conferir(copia.Arquivo(), arquivo, soma, conferindo));
         fim != Fim::Feito)
         return fim;
     copia.Confirmar();
+    andar(1);
     return Fim::Feito;
 }
 
 modBackup::Desfecho modBackup::Restaurar(const QString &origem)
 {
     const QString pasta = m_banco.Caminho("Restore");
-    if (!Disco::FazerPasta(pasta)) // a link in its place leads to somebody else's
-        return Desfecho::NadaAlterado;
-    QDir().mkdir(m_banco.Caminho("Fotos")); // it may exist
+    const bool temPasta = Disco::FazerPasta(pasta); // it may exist
+    QDir().mkdir(m_banco.Caminho("Fotos"));         // the same
     ArquivoDeTrabalho trabalho(pasta + "/~temp.rst");
-    QFile &arquivo = trabalho.Arquivo();
     const auto limpar = qScopeGuard([&] {
-        RestauracaoDoLivro(m_banco, m_figuras).Descartar();
+        m_aDescartar = !RestauracaoDoLivro(m_banco, m_figuras).Descartar();
         trabalho.Remover();
-        QDir().rmdir(pasta); // stays when it holds files of the user's
+        if (temPasta)
+            QDir().rmdir(pasta); // stays when it holds files of the user's
     });
+    QFile &arquivo = trabalho.Arquivo();
 
     QList<ArquivoBackup::Entrada> entradas;
     {
@@ -272,6 +361,8 @@ modBackup::Desfecho modBackup::Restaurar(const QString &origem)
             !recipiente.open(QIODevice::ReadOnly))
             return Desfecho::Invalido;
         try {
+            if (!temPasta)
+                return Desfecho::NadaAlterado;
             trabalho.Abrir();
         } catch (const Disco::ErroArquivo &) {
             return Desfecho::NadaAlterado;
@@ -305,9 +396,15 @@ modBackup::Desfecho modBackup::Substituir(QFile &arquivo, const QList<ArquivoBac
     };
 
     RestauracaoDoLivro restauracao(m_banco, m_figuras);
+    // From here to the end no other copy adds a recipe: it would be added to two books, or to none.
+    TravaDoLivro trava(m_banco);
+    if (!Esperar(trava))
+        return Encerrando() ? Desfecho::Desistiu : Desfecho::Ocupado;
     try {
         if (QFile::exists(m_banco.CaminhoDoLivro()))
             m_banco.LerUmaVez(); // its tail and its copy are taken from a book with nothing pending
+    } catch (const ErroOcupado &) {
+        return Desfecho::Ocupado;
     } catch (const ErroBanco &) {
         // What lies there is no book: it is replaced, and copied first, as it is.
     }
@@ -319,9 +416,27 @@ modBackup::Desfecho modBackup::Substituir(QFile &arquivo, const QList<ArquivoBac
     default:
         return Desfecho::NadaAlterado;
     }
-    if (!restauracao.GuardarLivroAtual(m_relogio.Agora()) || !restauracao.Decidir())
+    const std::optional<QString> copia = restauracao.GuardarLivroAtual(m_relogio.Agora());
+    if (!copia || !restauracao.Decidir(*copia))
         return Desfecho::NadaAlterado;
+    m_copiaGuardada = *copia;
     m_arquivoQueFalhou = restauracao.Aplicar();
     operacao.DefinirValor(operacao.Maximo());
     return m_arquivoQueFalhou.isEmpty() ? Desfecho::Feito : Desfecho::Incompleto;
+}
+
+/// What the user has to know of the book that a restore has brought; "" when it is one.
+QString modBackup::ProblemaDoLivroRestaurado() const
+{
+    if (ExaminarArquivo(m_banco.CaminhoDoLivro()) == TipoArquivo::Access)
+        return {}; // an old book: its next opening converts it, or says why not
+    try {
+        m_banco.AbrirRecordset(Comandos::SqlMaiorNumero());
+        m_banco.AbrirRecordset(Comandos::SqlIngredientes(0));
+        return {};
+    } catch (const ErroBanco &) {
+        Ponteiro::NormalSempre();
+        return "O arquivo que a cópia de segurança trouxe não é um livro de receitas, ou está danificado.\r\n\r\n" +
+               ComoVoltar(m_copiaGuardada);
+    }
 }

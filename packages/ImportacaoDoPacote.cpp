@@ -57,6 +57,7 @@ ImportacaoDoPacote::ImportacaoDoPacote(const Banco &banco, const Figuras &figura
     , m_avisos(avisos)
     , m_relogio(relogio)
     , m_trabalho(banco.Caminho(kTrabalho))
+    , m_trava(banco)
 {
 }
 
@@ -111,7 +112,12 @@ ImportacaoDoPacote::Fim ImportacaoDoPacote::Importar(const std::function<bool(in
                                                      const std::function<void(int)> &andamento)
 {
     m_importando = true;
-    const auto terminar = qScopeGuard([this] { m_importando = false; });
+    const auto terminar = qScopeGuard([this] {
+        m_importando = false;
+        m_trava.Soltar();
+    });
+    if (!PegarTrava())
+        return Fim::Interrompida;
     while (m_proxima < Quantas()) {
         if (Parar())
             return Fim::Interrompida;
@@ -126,6 +132,15 @@ ImportacaoDoPacote::Fim ImportacaoDoPacote::Importar(const std::function<bool(in
         }
     }
     return Parar() ? Fim::Interrompida : Fim::Concluida;
+}
+
+/// The book to ourselves, so that no restore comes between a recipe's statements; waits for who has it.
+bool ImportacaoDoPacote::PegarTrava()
+{
+    return m_trava.Pegar([this] {
+        DeixarEventosRodarem();
+        return !Parar();
+    });
 }
 
 bool ImportacaoDoPacote::Parar() const
@@ -154,11 +169,13 @@ void ImportacaoDoPacote::TentarImportar(int i)
         m_falhas += NomeParaMensagem(i);
         if (m_falhas.size() > kCaixasDeFalha || Parar())
             return;
+        m_trava.Soltar(); // nobody waits for a box that is left open
         const PonteiroParaCaixa ponteiro;
         m_avisos.Avisar(
             QString(m_receitaGravada ? "Receita Importada Incompleta:" : "Receita Não Importada:") +
                 kLinhaVazia + m_falhas.last() + kLinhaVazia + QString::fromUtf8(erro.what()),
             Avisos::Icone::Parada);
+        PegarTrava();
     }
 }
 
@@ -210,6 +227,7 @@ bool ImportacaoDoPacote::NomeConhecido(const QString &nome) const
 
 bool ImportacaoDoPacote::DesejaRepetir(const QString &nome)
 {
+    m_trava.Soltar();
     const PonteiroParaCaixa ponteiro;
     const QString mostrado =
         nome.size() <= kNomeNaLista ? nome : nome.first(kNomeNaLista) + "..."; // a box has to fit the screen
@@ -218,7 +236,7 @@ bool ImportacaoDoPacote::DesejaRepetir(const QString &nome)
         "Cadastrada em seu " + kPrograma + "." + kLinhaVazia +
         "Deseja Cadastrar esta Nova Receita com o Mesmo Nome?");
     m_semResposta = resposta == Avisos::Resposta::Nenhuma;
-    return resposta == Avisos::Resposta::Sim;
+    return PegarTrava() && resposta == Avisos::Resposta::Sim;
 }
 
 /// Whether every byte of the picture has arrived in its file.

@@ -2,6 +2,7 @@
 
 #include "base/ArquivoDeTrabalho.h"
 #include "packages/TextoDoPacote.h"
+#include "store/TravaDoLivro.h"
 
 #include <QElapsedTimer>
 #include <QStringList>
@@ -45,8 +46,9 @@ public:
         Interrompida, ///< Interromper() or the end of the program
     };
     /**
-     * Imports the chosen recipes, one after another, letting the window live. What fails is reported and
-     * does not take the others with it.
+     * Imports the chosen recipes, one after another, letting the window live; another copy that restores,
+     * copies or imports is waited for, and it waits for us. What fails is reported and does not take the
+     * others with it.
      *
      * @param escolhida whether record i (0 is the first) is wanted
      * @param andamento called after each record with its i
@@ -65,6 +67,7 @@ public:
 
 private:
     bool Recusar(const QString &texto);
+    bool PegarTrava();
     bool Parar() const;
     void Respirar();
     void TentarImportar(int i);
@@ -79,6 +82,7 @@ private:
     const Relogio &m_relogio;
 
     ArquivoDeTrabalho m_trabalho;
+    TravaDoLivro m_trava;
     Pacote::Texto m_pacote;
     QElapsedTimer m_desdeORespiro;
     int m_proxima = 0;

@@ -6,6 +6,7 @@
 #include "store/Cabecalho.h"
 #include "store/Carimbo.h"
 #include "store/Consulta.h"
+#include "store/CopiasDatadas.h"
 #include "store/ErroBanco.h"
 #include "store/Esquema.h"
 #include "store/ExameArquivo.h"
@@ -26,8 +27,7 @@ constexpr qint64 kLivroPequeno = 2 * 1024 * 1024; ///< bytes; its indexes are ma
 constexpr int kFatiaMs = 8;                       ///< of reading, between two looks at the window's events
 constexpr int kEsperaPequenaMs = 200;
 const auto kNaoELivro =
-    QStringLiteral("O arquivo dadosr.lst não é um livro de receitas do Cozinhario 2005, ou está danificado. Ele não "
-                   "foi alterado.\r\n\r\n");
+    QStringLiteral("O arquivo dadosr.lst não é um livro de receitas do Cozinhario 2005, ou está danificado.");
 constexpr QLatin1String kFim(";user=;pwd=;Driver={Microsoft Access Driver (*.mdb)}");
 
 QString SemBarraFinal(QString pasta)
@@ -35,6 +35,14 @@ QString SemBarraFinal(QString pasta)
     while (pasta.size() > 1 && pasta.endsWith('/'))
         pasta.chop(1);
     return pasta;
+}
+/// The end of a message about a file that is refused. It was not changed by the refusal; but after a restore it
+/// is not what it was, and then the copy from before that helps.
+QString OQueSeFaz(const QString &caminho)
+{
+    const QString copia = CopiasDatadas::MaisNova(caminho);
+    return copia.isEmpty() ? " Ele não foi alterado.\r\n\r\n" + caminho
+                           : "\r\n\r\n" + caminho + "\r\n\r\n" + CopiasDatadas::ComoVoltar(copia);
 }
 } // namespace
 
@@ -191,7 +199,7 @@ int Banco::PrepararLivro(const QString &caminho) const
     }
     if (!erro.isEmpty())
         throw ErroBanco("Não foi possível abrir o livro de receitas.\r\n\r\n" + caminho + ": " + erro);
-    throw ErroBanco(kNaoELivro + caminho);
+    throw ErroBanco(kNaoELivro + OQueSeFaz(caminho));
 }
 
 void Banco::ConferirEsquema(const QString &caminho, bool semTocar) const
@@ -213,11 +221,11 @@ void Banco::ConferirEsquema(const QString &caminho, bool semTocar) const
     case ExameEsquema::Origem::Desconhecido:
         return; // the operation itself will tell
     case ExameEsquema::Origem::Outro:
-        throw ErroBanco(kNaoELivro + caminho);
+        throw ErroBanco(kNaoELivro + OQueSeFaz(caminho));
     case ExameEsquema::Origem::Mexido:
         throw ErroBanco(QString("O arquivo dadosr.lst tem uma parte que não é do Cozinhario 2005 (\"%1\") e por isso "
-                                "não foi aberto. Ele não foi alterado.\r\n\r\n%2")
-                            .arg(exame.estranho.left(100), caminho));
+                                "não foi aberto.%2")
+                            .arg(exame.estranho.left(100), OQueSeFaz(caminho)));
     }
 }
 
@@ -322,6 +330,8 @@ int Banco::ExecutarSQL(const QString &sql) const
 {
     Ponteiro::Ampulheta();
     MostrarMudancas();
+    if (m_antesDeGravar)
+        m_antesDeGravar();
     const QString caminho = CaminhoDoLivro();
     PrepararLivro(caminho);
     TerminarConsultas();

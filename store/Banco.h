@@ -104,6 +104,8 @@ public:
     /// For programs that only look: from now on no file is made, converted, repaired or brought up to date. A
     /// missing book, and one that a crash left half written, is an error.
     void DefinirSoLeitura() { m_soLeitura = true; }
+    /// What has to be done before a statement writes; it must not throw. One at a time, nothing for none.
+    void DefinirAntesDeGravar(std::function<void()> antes) const { m_antesDeGravar = std::move(antes); }
     /// How long an operation waits for another program that is writing; ten seconds unless set.
     void DefinirEspera(int milissegundos) { m_esperaMs = milissegundos; }
 
@@ -127,6 +129,7 @@ private:
     QString m_pasta; ///< native, no trailing separator
     QString m_conexao;
     ConversorDeLivro m_conversor;
+    mutable std::function<void()> m_antesDeGravar;
     int m_esperaMs = 10000;
     bool m_soLeitura = false;
     std::shared_ptr<Memoria> m_memoria; ///< what queries gave, and those under way

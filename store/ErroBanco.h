@@ -8,3 +8,10 @@ class ErroBanco : public Erro
 public:
     using Erro::Erro;
 };
+
+/// Another program was writing into the book for longer than could be waited.
+class ErroOcupado : public ErroBanco
+{
+public:
+    using ErroBanco::ErroBanco;
+};

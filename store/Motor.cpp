@@ -211,6 +211,8 @@ void Motor::Falhar(int codigo) const
     // A database of another program opens well, and then lacks what is asked for.
     if ((codigo & 0xFF) == SQLITE_ERROR && !(TemTabela("Receitas") && TemTabela("Ingredientes")))
         codigo = SQLITE_NOTADB;
+    if ((codigo & 0xFF) == SQLITE_BUSY || (codigo & 0xFF) == SQLITE_LOCKED)
+        throw ErroOcupado(Mensagem(codigo, detalhe));
     throw ErroBanco(Mensagem(codigo, detalhe));
 }
 
@@ -455,6 +457,9 @@ void Motor::Criar(const QString &caminho, int esperaMs)
 
 void Motor::RemoverJournal(const QString &caminho)
 {
-    for (const char *cauda : {"-journal", "-wal", "-shm"})
-        QFile::remove(caminho + cauda); // usually there is none
+    // The engine keeps them beside the file itself, wherever a link to it lies.
+    const QString real = QFileInfo(caminho).canonicalFilePath();
+    for (const QString &livro : {caminho, real.isEmpty() ? caminho : real})
+        for (const char *cauda : {"-journal", "-wal", "-shm"})
+            QFile::remove(livro + cauda); // usually there is none
 }

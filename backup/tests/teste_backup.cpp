@@ -6,6 +6,7 @@
 #include "base/Ponteiro.h"
 #include "packages/Recipiente.h"
 #include "store/ErroBanco.h"
+#include "store/TravaDoLivro.h"
 
 #include <QTemporaryDir>
 #include <QTimer>
@@ -133,6 +134,18 @@ private slots:
     void livroAntigoVoltaByteAByte();
     void semLivroNaoHaCopiaGuardada();
     void ficamAsTresUltimasCopiasDoLivro();
+    void relogioAtrasadoNaoApagaACopiaNova();
+    void livroQueNaoELivroEDitoComACopia();
+    void livroSemTabelasEDitoComACopia();
+    void bancoOcupadoNaoDaCopiaRasgada();
+    void outraCopiaImportandoFazEsperarOuDizer();
+    void oDiarioDeUmLivroComLinkESabido();
+    void restauracaoTardiaGuardaOQueFoiSalvo();
+    void restauracaoTardiaSemMudancaNaoDizNada();
+    void aBarraSegueOsBytes();
+    void nomeDe250BytesServe();
+    void sobrasDeUmBackupMortoSomem();
+    void linkNoLugarDoTrabalhoNaoESeguido();
     void figuraQueNaoSePodeTrocarParaARestauracao();
     void aPastaRestoreComArquivosDoUsuarioFica();
     void arquivosDeUmaRestauracaoAnteriorSaoIgnorados();
@@ -144,6 +157,8 @@ private slots:
 
 private:
     QString Caminho(const QString &nome) const { return m_pasta->filePath(nome); }
+    /// A restore of that file, cut off right after it was decided.
+    void DecidirERestar(const QString &backup);
 
     std::unique_ptr<QTemporaryDir> m_pasta; ///< around the application folder
     std::unique_ptr<Cozinha> m_cozinha;
@@ -609,6 +624,247 @@ void TesteBackup::ficamAsTresUltimasCopiasDoLivro()
     QCOMPARE(Conteudo(pasta.filePath("dadosr-20051201-000001.lst")), livros[3]);
 }
 
+void TesteBackup::DecidirERestar(const QString &backup)
+{
+    Gravar(Caminho("arquivo"), Arquivo(backup) + '\0');
+    QFile arquivo(Caminho("arquivo"));
+    QVERIFY(arquivo.open(QIODevice::ReadOnly));
+    QList<Entrada> entradas;
+    QVERIFY(ArquivoBackup::Ler(arquivo, entradas));
+    RestauracaoDoLivro restauracao(m_cozinha->banco, m_cozinha->figuras);
+    QCOMPARE(restauracao.Preparar(
+                 arquivo, entradas, [](const Entrada &) {}, [] { return true; }),
+             Fim::Feito);
+    const std::optional<QString> copia = restauracao.GuardarLivroAtual(m_cozinha->relogio.agora);
+    QVERIFY(copia && restauracao.Decidir(*copia));
+}
+
+void TesteBackup::relogioAtrasadoNaoApagaACopiaNova()
+{
+    const QDir pasta(Caminho("livro"));
+    for (const char *nome : {"dadosr-20051121-102031.lst", "dadosr-20051121-102032.lst", "dadosr-20051121-102033.lst"})
+        Gravar(pasta.filePath(nome), nome);
+    m_cozinha->relogio.agora = QDateTime(QDate(1985, 11, 21), QTime(8, 0, 0));
+    m_cozinha->NovaReceita("Bolo");
+    m_cozinha->Backup(Caminho("a.bck"));
+    const auto copias = [&] { return pasta.entryList({"dadosr-*"}, QDir::Files, QDir::Name); };
+    for (const QString &nome : {QString("dadosr-19851121-080000.lst"), QString("dadosr-19851121-080001.lst"),
+                                QString("dadosr-19851121-080002.lst"), QString("dadosr-19851121-080003.lst")}) {
+        const QByteArray livro = Conteudo(m_cozinha->banco.CaminhoDoLivro());
+        m_cozinha->Restaurar(Caminho("a.bck"));
+        QVERIFY(Conteudo(pasta.filePath(nome)) == livro);
+        QCOMPARE(copias().size(), 3);
+    }
+    QCOMPARE(copias(), QStringList({"dadosr-19851121-080001.lst", "dadosr-19851121-080002.lst",
+                                    "dadosr-19851121-080003.lst"}));
+}
+
+void TesteBackup::livroQueNaoELivroEDitoComACopia()
+{
+    m_cozinha->NovaReceita("Bolo");
+    const QByteArray antes = Conteudo(m_cozinha->banco.CaminhoDoLivro());
+    GravarBackup(Caminho("a.bck"), EntradaCompleta("dadosr.lst", QByteArray(100'000, 'x')));
+    m_cozinha->Restaurar(Caminho("a.bck"));
+    QCOMPARE(m_cozinha->avisos.textos.size(), 2);
+    QCOMPARE(m_cozinha->avisos.textos[0], kSucessoRestauracao);
+    QCOMPARE(m_cozinha->avisos.icones[1], Avisos::Icone::Parada);
+    const QString copia = Caminho("livro/dadosr-20051121-102030.lst");
+    QVERIFY(m_cozinha->avisos.textos[1].contains(copia));
+    QVERIFY(!m_cozinha->avisos.textos[1].contains("não foi alterado"));
+    QVERIFY(Conteudo(copia) == antes);
+    QVERIFY(!Ponteiro::EmEspera());
+
+    // As the message says: the earlier book is back.
+    QVERIFY(QFile::rename(m_cozinha->banco.CaminhoDoLivro(), Caminho("livro/outro")));
+    QVERIFY(QFile::rename(copia, m_cozinha->banco.CaminhoDoLivro()));
+    QCOMPARE(m_cozinha->Nomes(), QStringList("Bolo"));
+}
+
+void TesteBackup::livroSemTabelasEDitoComACopia()
+{
+    m_cozinha->NovaReceita("Bolo");
+    const QString outro = Caminho("outro.db");
+    sqlite3 *conexao = nullptr;
+    QCOMPARE(sqlite3_open(outro.toUtf8().constData(), &conexao), SQLITE_OK);
+    QCOMPARE(sqlite3_exec(conexao, "CREATE TABLE Discos(x)", nullptr, nullptr, nullptr), SQLITE_OK);
+    QCOMPARE(sqlite3_close(conexao), SQLITE_OK);
+    GravarBackup(Caminho("a.bck"), EntradaCompleta("dadosr.lst", Conteudo(outro)));
+    m_cozinha->Restaurar(Caminho("a.bck"));
+    QVERIFY(m_cozinha->avisos.textos.last().contains(Caminho("livro/dadosr-20051121-102030.lst")) ||
+            m_cozinha->Nomes() == QStringList("Bolo")); // or it is refused before anything is replaced
+}
+
+void TesteBackup::bancoOcupadoNaoDaCopiaRasgada()
+{
+    m_cozinha->NovaReceita("Bolo");
+    m_cozinha->Backup(Caminho("a.bck"));
+    m_cozinha->banco.DefinirEspera(50);
+    sqlite3 *conexao = nullptr;
+    QCOMPARE(sqlite3_open(m_cozinha->banco.CaminhoDoLivro().toUtf8().constData(), &conexao), SQLITE_OK);
+    QCOMPARE(sqlite3_exec(conexao, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
+    const auto antes = Retrato(Caminho("livro"));
+    m_cozinha->Restaurar(Caminho("a.bck"));
+    QVERIFY(m_cozinha->avisos.textos.last().endsWith("\r\nNenhum Arquivo foi Alterado."));
+    sqlite3_exec(conexao, "ROLLBACK", nullptr, nullptr, nullptr);
+    QCOMPARE(sqlite3_close(conexao), SQLITE_OK);
+    auto depois = Retrato(Caminho("livro"));
+    depois.remove("Fotos");
+    QVERIFY(depois.keys() == QStringList("dadosr.lst"));
+    QVERIFY(depois["dadosr.lst"] == antes["dadosr.lst"]);
+    m_cozinha->Restaurar(Caminho("a.bck"));
+    QCOMPARE(m_cozinha->avisos.textos.last(), kSucessoRestauracao);
+}
+
+void TesteBackup::outraCopiaImportandoFazEsperarOuDizer()
+{
+    m_cozinha->NovaReceita("Bolo");
+    m_cozinha->Backup(Caminho("a.bck"));
+    TravaDoLivro outra(m_cozinha->banco); // what a copy that imports holds
+    QVERIFY(outra.Pegar([] { return false; }));
+
+    // It ends while we wait, and the window lives meanwhile.
+    int batidas = 0;
+    QTimer relogio;
+    connect(&relogio, &QTimer::timeout, this, [&] {
+        if (++batidas == 5)
+            outra.Soltar();
+    });
+    relogio.start(10);
+    m_cozinha->Restaurar(Caminho("a.bck"));
+    QCOMPARE(m_cozinha->avisos.textos.last(), kSucessoRestauracao);
+    QVERIFY(batidas >= 5);
+
+    QVERIFY(outra.Pegar([] { return false; }));
+    QVERIFY(!TravaDoLivro(m_cozinha->banco).Pegar([] { return false; }));
+    outra.Soltar();
+    QVERIFY(TravaDoLivro(m_cozinha->banco).Pegar([] { return false; }));
+    QCOMPARE(QDir(Caminho("livro")).entryList({"*.lck*", "*trava*"}, QDir::Files | QDir::Hidden), QStringList());
+}
+
+void TesteBackup::oDiarioDeUmLivroComLinkESabido()
+{
+    QVERIFY(QDir(m_pasta->path()).mkdir("longe"));
+    m_cozinha->NovaReceita("Bolo");
+    m_cozinha->Backup(Caminho("a.bck"));
+    const QString livro = m_cozinha->banco.CaminhoDoLivro();
+    const QString real = Caminho("longe/livro.lst");
+    QVERIFY(QFile::rename(livro, real));
+    QVERIFY(QFile::link(real, livro));
+    m_cozinha->NovaReceita("Pão");
+    InterromperUmaMudanca(real);
+    QVERIFY(QFile::exists(real + "-journal"));
+    m_cozinha->Restaurar(Caminho("a.bck"));
+    QCOMPARE(m_cozinha->avisos.textos.last(), kSucessoRestauracao);
+    QVERIFY(!QFile::exists(real + "-journal"));
+    QVERIFY(QFileInfo(livro).isSymLink());
+    QCOMPARE(m_cozinha->Nomes(), QStringList("Bolo"));
+}
+
+void TesteBackup::restauracaoTardiaGuardaOQueFoiSalvo()
+{
+    m_cozinha->NovaReceita("Bolo", "figura");
+    m_cozinha->Backup(Caminho("a.bck"));
+    m_cozinha->NovaReceita("Pão");
+    DecidirERestar(Caminho("a.bck"));
+    m_cozinha->NovaReceita("Salva depois");
+    const QByteArray livro = Conteudo(m_cozinha->banco.CaminhoDoLivro());
+    m_cozinha->relogio.agora = QDateTime(QDate(2005, 11, 22), QTime(9, 0, 0));
+    m_cozinha->avisos.textos.clear();
+    m_cozinha->backup.ConcluirRestauracao();
+    const QString copia = Caminho("livro/dadosr-20051122-090000.lst");
+    QVERIFY(Conteudo(copia) == livro);
+    QCOMPARE(m_cozinha->Nomes(), QStringList("Bolo"));
+    QCOMPARE(m_cozinha->avisos.textos.size(), 1);
+    QVERIFY(m_cozinha->avisos.textos[0].contains(copia));
+    QVERIFY(!QFile::exists(Caminho("livro/Restore")));
+}
+
+void TesteBackup::restauracaoTardiaSemMudancaNaoDizNada()
+{
+    m_cozinha->NovaReceita("Bolo", "figura");
+    m_cozinha->Backup(Caminho("a.bck"));
+    m_cozinha->NovaReceita("Pão");
+    DecidirERestar(Caminho("a.bck"));
+    m_cozinha->avisos.textos.clear();
+    m_cozinha->backup.ConcluirRestauracao();
+    QCOMPARE(m_cozinha->Nomes(), QStringList("Bolo"));
+    QVERIFY(m_cozinha->avisos.textos.isEmpty());
+    QCOMPARE(QDir(Caminho("livro")).entryList({"dadosr-*"}, QDir::Files).size(), 1);
+}
+
+void TesteBackup::aBarraSegueOsBytes()
+{
+    // One large picture and nine small ones: the bar must not be full when the large one is still to come.
+    for (int i = 1; i <= 9; ++i)
+        m_cozinha->NovaReceita("Pequena " + QString::number(i), "figura");
+    m_cozinha->NovaReceita("Grande", QByteArray(20'000'000, 'g'));
+    QList<int> valores;
+    int batidas = 0;
+    QTimer batida;
+    connect(&batida, &QTimer::timeout, this, [&] {
+        ++batidas;
+        valores << m_cozinha->painel.passos.last().toInt();
+    });
+    batida.start(0);
+    m_cozinha->Backup(Caminho("a.bck"));
+    QCOMPARE(m_cozinha->painel.passos.first(), "Realizando Backup do Sistema... 0/100");
+    QStringList esperado = {"1", "/11"};
+    for (int i = 2; i <= 11; ++i)
+        esperado << QString::number(i);
+    esperado << "11" << "fim";
+    QCOMPARE(m_cozinha->painel.passos.mid(1), esperado);
+    // Beats come once a slice, so their places are the bytes': half of them before the middle of the bar.
+    const auto antes = std::count_if(valores.begin(), valores.end(), [](int valor) { return valor <= 6; });
+    QVERIFY2(antes > batidas / 4 && antes < batidas * 3 / 4, qPrintable(QString("%1 of %2").arg(antes).arg(batidas)));
+}
+
+void TesteBackup::nomeDe250BytesServe()
+{
+    m_cozinha->NovaReceita("Bolo");
+    const QString destino = Caminho(QString(246, 'n') + ".bck");
+    m_cozinha->Backup(destino);
+    QCOMPARE(m_cozinha->avisos.textos, {kSucessoBackup});
+    QVERIFY(QFile::exists(destino));
+}
+
+void TesteBackup::sobrasDeUmBackupMortoSomem()
+{
+    m_cozinha->NovaReceita("Bolo");
+    QVERIFY(QDir(m_pasta->path()).mkdir("pendrive"));
+    Gravar(Caminho("pendrive/~a.bck.tmp"), "of a backup that was killed");
+    Gravar(Caminho("pendrive/~minhas notas.tmp"), "somebody's");
+    m_cozinha->Backup(Caminho("pendrive/a.bck"));
+    QCOMPARE(m_cozinha->avisos.textos, {kSucessoBackup});
+    QCOMPARE(QDir(Caminho("pendrive")).entryList(QDir::Files | QDir::Hidden, QDir::Name),
+             QStringList({"a.bck", "~minhas notas.tmp"}));
+}
+
+void TesteBackup::linkNoLugarDoTrabalhoNaoESeguido()
+{
+    m_cozinha->NovaReceita("Bolo");
+    Gravar(Caminho("alheio"), "de outro");
+    QVERIFY(QDir(Caminho("livro")).mkdir("Backup"));
+    QVERIFY(QFile::link(Caminho("alheio"), Caminho("livro/Backup/~temp.bck")));
+    m_cozinha->Backup(Caminho("a.bck"));
+    QCOMPARE(m_cozinha->avisos.textos, {kSucessoBackup});
+    QCOMPARE(Conteudo(Caminho("alheio")), "de outro");
+
+    QVERIFY(QDir(Caminho("livro")).mkdir("Restore"));
+    QVERIFY(QDir(m_pasta->path()).mkdir("pasta alheia"));
+    Gravar(Caminho("pasta alheia/nota"), "de outro");
+    QVERIFY(QFile::link(Caminho("alheio"), Caminho("livro/Restore/~temp.rst")));
+    QVERIFY(QFile::link(Caminho("pasta alheia"), Caminho("livro/Restore/~preparo")));
+    m_cozinha->Restaurar(Caminho("a.bck"));
+    QCOMPARE(m_cozinha->avisos.textos.last(), kSucessoRestauracao);
+    QCOMPARE(Conteudo(Caminho("alheio")), "de outro");
+    QCOMPARE(Conteudo(Caminho("pasta alheia/nota")), "de outro");
+
+    QVERIFY(QFile::link(Caminho("pasta alheia"), Caminho("livro/Backup")));
+    m_cozinha->Backup(Caminho("b.bck"));
+    QCOMPARE(m_cozinha->avisos.textos.last(), kSucessoBackup); // its work file is elsewhere then
+    QCOMPARE(QDir(Caminho("pasta alheia")).entryList(QDir::Files | QDir::Hidden), QStringList("nota"));
+}
+
 void TesteBackup::figuraQueNaoSePodeTrocarParaARestauracao()
 {
     for (int i = 1; i <= 3; ++i)
@@ -675,7 +931,7 @@ void TesteBackup::restauracaoDecididaTerminaNoInicioSeguinte()
     QCOMPARE(restauracao.Preparar(
                  arquivo, entradas, [](const Entrada &) {}, [] { return true; }),
              Fim::Feito);
-    QVERIFY(restauracao.Decidir());
+    QVERIFY(restauracao.Decidir(""));
     QVERIFY(restauracao.Pendente());
     // Cut off here, with the first file moved already.
     const QString pronto = m_cozinha->banco.Caminho("Restore\\~pronto\\");

@@ -280,7 +280,8 @@ void TesteBackupFalhas::semEspacoParaGuardarOLivroNadaMuda()
     backup.close();
 
     Cozinha cozinha(disco.Pasta());
-    cozinha.NovaReceita(QString("Bolo").repeated(500'000), "figura"); // some two megabytes, all of it tail
+    cozinha.NovaReceita("Bolo", "figura");
+    cozinha.banco.ExecutarSQL("Update Receitas set Modo = '" + QString("Bolo").repeated(500'000) + "'"); // all of it tail
     disco.Encher(3'000'000); // room for the new book, not for a copy as well
     const auto antes = Retrato(disco.Pasta());
     cozinha.Restaurar(pasta.filePath("a.bck"));

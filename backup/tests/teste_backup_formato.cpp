@@ -168,6 +168,7 @@ private slots:
 
     void aBarraFicaAbaixoDe32001_data();
     void aBarraFicaAbaixoDe32001();
+
 };
 
 void TesteBackupFormato::cabecalhoTemNomeBrancosENoveAlgarismos()

@@ -1,5 +1,6 @@
 #include "store/access/NovoLivro.h"
 
+#include "base/Texto.h"
 #include "store/ErroBanco.h"
 #include "store/Esquema.h"
 #include "store/Funcoes.h"
@@ -124,15 +125,21 @@ private:
     int m_proximo = 0;
 };
 
+/// A value of one line; a line break in one would begin a new line wherever it is written.
+std::optional<QString> UmaLinha(const std::optional<QString> &valor)
+{
+    return valor ? std::optional(SemControles(*valor)) : valor;
+}
+
 void GravarReceitas(const Conexao &conexao, const LivroAccess &livro)
 {
     Comando inserir(conexao, "INSERT INTO Receitas(id_receitas,Nome,Data,Classificacao,Tipo,Origem,Porcoes,"
                              "Preparo,Tipo_Calorias,Calorias,Figura,Modo,Observacao) "
                              "VALUES(?,?,?,?,?,?,?,?,?,?,?,?,?)");
     for (const LivroAccess::Receita &r : livro.receitas) {
-        inserir << qint64(r.id_receitas) << r.Nome << r.Data << r.Classificacao << r.Tipo << r.Origem
-                << r.Porcoes << r.Preparo << r.Tipo_Calorias << r.Calorias << r.Figura << r.Modo
-                << r.Observacao;
+        inserir << qint64(r.id_receitas) << UmaLinha(r.Nome) << r.Data << UmaLinha(r.Classificacao) << r.Tipo
+                << UmaLinha(r.Origem) << r.Porcoes << UmaLinha(r.Preparo) << UmaLinha(r.Tipo_Calorias)
+                << r.Calorias << UmaLinha(r.Figura) << r.Modo << r.Observacao;
         inserir.Executar();
     }
 }
@@ -142,7 +149,8 @@ void GravarIngredientes(const Conexao &conexao, const LivroAccess &livro)
     Comando inserir(conexao, "INSERT INTO Ingredientes(id_ingredientes,id_receitas,Ingrediente,Quantidade,"
                              "Unidade) VALUES(?,?,?,?,?)");
     for (const LivroAccess::Ingrediente &i : livro.ingredientes) {
-        inserir << qint64(i.id_ingredientes) << i.id_receitas << i.Nome << i.Quantidade << i.Unidade;
+        inserir << qint64(i.id_ingredientes) << i.id_receitas << UmaLinha(i.Nome)
+                << UmaLinha(i.Quantidade) << UmaLinha(i.Unidade);
         inserir.Executar();
     }
 }

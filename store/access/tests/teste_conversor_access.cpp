@@ -110,6 +110,7 @@ private slots:
     void aSegundaAberturaNaoConverte();
     void converteTambemAoGravar();
     void contaNoSingular();
+    void controlesEmValoresDeUmaLinhaViramBrancos();
     void oProximoNumeroPassaDeTodosOsDados();
     void oOriginalNuncaTomaOLugarDeOutro();
     void oJournalDeOutroLivroNaoVoltaParaONovo();
@@ -198,6 +199,19 @@ void TesteConversorAccess::contaNoSingular()
     cozinha.banco.LerUmaVez();
     QVERIFY2(cozinha.mensagens.value(0).contains("com 1 receita e 1 linha de ingredientes."),
              qPrintable(cozinha.mensagens.value(0)));
+}
+
+void TesteConversorAccess::controlesEmValoresDeUmaLinhaViramBrancos()
+{
+    LivroFeito livro(4);
+    livro.Receita(1, "Torta\r\nBcc: x", {{"Preparo", livro.escritor.texto("1\th")}});
+    livro.Ingrediente(1, 1, "sal\ngrosso");
+    Cozinha cozinha(livro.Bytes());
+    const RecordSet rs = cozinha.banco.AbrirRecordset("Select * from Receitas");
+    QCOMPARE(rs.Texto(u"Nome"), "Torta  Bcc: x");
+    QCOMPARE(rs.Texto(u"Preparo"), "1 h");
+    QCOMPARE(rs.Texto(u"Modo"), "Misture Torta\r\nBcc: x");
+    QCOMPARE(cozinha.banco.AbrirRecordset("Select * from Ingredientes").Texto(u"Ingrediente"), "sal grosso");
 }
 
 void TesteConversorAccess::oProximoNumeroPassaDeTodosOsDados()

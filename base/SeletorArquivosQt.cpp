@@ -5,6 +5,9 @@
 #include <QFileDialog>
 #include <QFileIconProvider>
 #include <QHeaderView>
+#include <QSettings>
+#include <QStandardPaths>
+#include <QTemporaryDir>
 #include <QTreeView>
 
 namespace
@@ -25,6 +28,29 @@ public:
         const QString tipo = QFileIconProvider::type(info);
         return tipo == "Unknown" ? QString("Desconhecido") : tipo;
     }
+};
+
+/// Qt's dialog writes where it has been into a settings file of its own. This program leaves none behind, so
+/// for as long as this lives settings go into a folder that goes with it, the present ones read from a copy.
+class SemRastro
+{
+public:
+    SemRastro()
+    {
+        const QString deles = Padrao() + kArquivo;
+        if (QFile::exists(deles))
+            QFile::copy(deles, m_pasta.path() + kArquivo);
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, m_pasta.path());
+    }
+    ~SemRastro() { QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, Padrao()); }
+    SemRastro(const SemRastro &) = delete;
+    SemRastro &operator=(const SemRastro &) = delete;
+
+private:
+    static QString Padrao() { return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation); }
+    static constexpr auto kArquivo = "/QtProject.conf";
+
+    QTemporaryDir m_pasta;
 };
 
 // A desktop's own file dialog has no such list and stays as it is.
@@ -57,6 +83,7 @@ QString SeletorArquivosQt::FiltroQt(const QString &filtro, bool doisCasos)
 QString SeletorArquivosQt::Escolher(const PedidoArquivo &pedido, bool salvar)
 {
     TiposDeArquivo tipos; // outlives the dialog
+    const SemRastro rastro;
     QFileDialog dialogo(m_janela, pedido.titulo, pedido.pastaInicial, FiltroQt(pedido.filtro));
     dialogo.setObjectName("CmmnDlg");
     dialogo.setIconProvider(&tipos);

@@ -18,6 +18,17 @@ namespace
 {
 // Packages refuse kinds from 2 on, the e-mail from 3 on; the difference is meant.
 constexpr double kTipoQueNaoSeEnvia = 3;
+
+/// An earlier message is replaced only by a complete one, and who may not read the book may not read this.
+bool Gravar(const QString &caminho, const QByteArray &mensagem, const QString &livro)
+{
+    try {
+        ArquivoSeguro::Gravar(caminho, mensagem, {.modelo = livro});
+        return true;
+    } catch (const Disco::ErroArquivo &) {
+        return false;
+    }
+}
 } // namespace
 
 EnvioEmail::EnvioEmail(const Banco &banco, const Figuras &figuras, Avisos &avisos, const Telas &telas,
@@ -46,20 +57,18 @@ void EnvioEmail::imgEmail_Click(const ReceitaNaTela &receita)
 
     EsperaLonga espera;
     const QString caminho = m_banco.Caminho("~temp.eml");
-    bool gravado = true;
-    try {
-        ArquivoSeguro::Gravar(caminho, MensagemReceita::Montar(receita, LerFigura(receita), m_site),
-                              {.modelo = m_banco.CaminhoDoLivro()});
-    } catch (const Disco::ErroArquivo &) {
-        gravado = false;
-    }
+    const bool gravado = Gravar(caminho, MensagemReceita::Montar(receita, LerFigura(receita), m_site),
+                                m_banco.CaminhoDoLivro());
     espera.Encerrar();
 
     if (!gravado) {
         m_avisos.Avisar("Impossível Gravar a Mensagem no Arquivo " + caminho + "!", Avisos::Icone::Parada);
         return;
     }
-    m_abridor.AbrirArquivo(caminho);
+    m_abridor.AbrirMensagem(caminho, [&avisos = m_avisos, caminho] {
+        avisos.Avisar("Nenhum programa de email abriu a mensagem.\r\n\r\nEla está pronta, no arquivo:\r\n" + caminho,
+                      Avisos::Icone::Informacao);
+    });
 }
 
 /// The picture's bytes, no value when there is no picture; a missing or unreadable file gives empty bytes.

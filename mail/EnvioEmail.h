@@ -14,8 +14,8 @@ class Telas;
 
 /**
  * The toolbar's e-mail button: the recipe on screen becomes "~temp.eml" in the application folder, which the
- * desktop's mail program opens as an unsent message. The program itself talks to no mail server, and whether
- * a mail program starts is not looked at.
+ * desktop's mail program opens as an unsent message. The program itself talks to no mail server; when the
+ * desktop has no mail program the user is told where the message is.
  */
 class EnvioEmail
 {

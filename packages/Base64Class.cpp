@@ -189,3 +189,24 @@ QByteArray DecodificadorBase64::Terminar()
     m_noGrupo = 0;
     return fim;
 }
+
+QByteArray CodificadorBase64::Passar(QByteArrayView bytes)
+{
+    m_resto.append(bytes);
+    const qsizetype inteiras = m_resto.size() / kBytesPorLinha * kBytesPorLinha;
+    if (inteiras == 0)
+        return {};
+    QByteArray texto = Base64Class().Codificar(QByteArrayView(m_resto).first(inteiras));
+    m_resto.remove(0, inteiras);
+    if (std::exchange(m_comecou, true))
+        texto.prepend("\r\n");
+    return texto;
+}
+
+QByteArray CodificadorBase64::Terminar()
+{
+    if (m_resto.isEmpty())
+        return {};
+    const QByteArray texto = Base64Class().Codificar(std::exchange(m_resto, {}));
+    return std::exchange(m_comecou, false) ? "\r\n" + texto : texto;
+}

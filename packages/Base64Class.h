@@ -47,3 +47,16 @@ private:
     int m_noGrupo = 0;
     bool m_cr = false; ///< a CR that is part of the text only if no LF follows
 };
+
+/// Base64Class::Codificar() for bytes that come in pieces, of any size.
+class CodificadorBase64
+{
+public:
+    /// Whole lines; the last one begun comes later. A line break stands before every line but the first.
+    QByteArray Passar(QByteArrayView bytes);
+    QByteArray Terminar();
+
+private:
+    QByteArray m_resto;
+    bool m_comecou = false;
+};

@@ -10,6 +10,7 @@
 #include "base/Protegido.h"
 #include "base/Telas.h"
 #include "base/Texto.h"
+#include "packages/Base64Class.h"
 #include "packages/MensagemPacote.h"
 #include "packages/Pacote.h"
 #include "packages/Recipiente.h"
@@ -22,7 +23,6 @@
 #include <QFileInfo>
 #include <QScopeGuard>
 
-#include <cerrno>
 #include <stdexcept>
 
 namespace
@@ -31,30 +31,70 @@ constexpr auto kTextoDoPacote = "PacoteReceitas.lrs"; ///< the import's work fil
 constexpr auto kPacote = "PacoteReceita.lr$";
 constexpr auto kMensagem = "~temppct.eml";
 constexpr int kNivel = 9;
+constexpr qint64 kFatia = 256 * 1024;
+constexpr int kFatiasPorGravacao = 32;
 constexpr int kAlturaDaLista = 6540;
 /// Recipes of this kind and above may not be passed on in packages; by e-mail (kind 3) they may.
 constexpr double kTipoReservado = 2;
+
+/// Lets the window live; false once the program is ending.
+bool Respirar()
+{
+    DeixarEventosRodarem();
+    return !Encerrando();
+}
 
 [[noreturn]] void Falhar(const QString &texto)
 {
     throw std::runtime_error(texto.toStdString());
 }
 
-void Escrever(ArquivoDeTrabalho &trabalho, const QByteArray &bytes)
+[[noreturn]] void FalharAoGravar(const QString &caminho)
 {
-    errno = 0;
-    if (trabalho.Arquivo().write(bytes) != bytes.size())
-        throw Disco::ErroArquivo(trabalho.Caminho(), errno);
+    Falhar("Não foi possível gravar o arquivo:\r\n" + caminho +
+           "\r\n\r\nVerifique o espaço em disco e a permissão de escrita na pasta.");
 }
 
-/// The bytes of a picture or package; an empty file and one that cannot be read are alike: nothing.
-QByteArray LerParaBase64(const QString &caminho)
+/// A file that is being written, and the window that lives on meanwhile.
+class Escritor
 {
-    QFile arquivo(caminho);
-    if (!QFileInfo(caminho).isFile() || !arquivo.open(QIODevice::ReadOnly))
-        return {};
-    return arquivo.readAll();
-}
+public:
+    Escritor(QFile &arquivo, const QString &caminho)
+        : m_arquivo(arquivo)
+        , m_caminho(caminho)
+    {
+    }
+
+    void Gravar(const QByteArray &bytes)
+    {
+        if (m_arquivo.write(bytes) != bytes.size())
+            FalharAoGravar(m_caminho);
+    }
+    /// The bytes of a picture or package as base64; false, with nothing written, when there are none: an
+    /// empty file and one that cannot be opened are alike.
+    static bool Abrir(QFile &origem)
+    {
+        return QFileInfo(origem.fileName()).isFile() && origem.open(QIODevice::ReadOnly) && origem.size() > 0;
+    }
+    void GravarBase64(QFile &origem)
+    {
+        CodificadorBase64 codificador;
+        for (QByteArray bloco = origem.read(kFatia); !bloco.isEmpty() && !Encerrando(); bloco = origem.read(kFatia)) {
+            Gravar(codificador.Passar(bloco));
+            if (++m_fatias % kFatiasPorGravacao == 0)
+                Disco::IniciarGravacao(m_arquivo);
+            DeixarEventosRodarem();
+        }
+        if (origem.error() != QFileDevice::NoError)
+            Falhar("Não foi possível ler o arquivo:\r\n" + origem.fileName());
+        Gravar(codificador.Terminar());
+    }
+
+private:
+    QFile &m_arquivo;
+    QString m_caminho;
+    int m_fatias = 0;
+};
 
 bool PodeIrNoPacote(const ReceitaSelecionada &receita)
 {
@@ -80,7 +120,7 @@ QString TextoObrigatorio(const RecordSet &rs, QStringView campo, qint64 lngRecei
     return rs.Texto(campo);
 }
 
-Pacote::Receita LerReceita(const Banco &banco, const Figuras &figuras, const RecordSet &rs)
+Pacote::Receita LerReceita(const Banco &banco, const RecordSet &rs)
 {
     const qint64 lngReceita = rs.Valor(u"id_receitas").toLongLong();
     Pacote::Receita receita;
@@ -95,8 +135,6 @@ Pacote::Receita LerReceita(const Banco &banco, const Figuras &figuras, const Rec
     receita.Origem = rs.Texto(u"Origem");
     receita.Observacao = rs.Texto(u"Observacao");
     receita.Figura = rs.Texto(u"Figura");
-    if (!receita.Figura.isEmpty())
-        receita.DadosFigura = LerParaBase64(figuras.Caminho(receita.Figura));
     receita.Ingredientes = LerIngredientes(banco, lngReceita);
     return receita;
 }
@@ -158,43 +196,76 @@ void Exportacao::Exportar(const QList<ReceitaSelecionada> &selecionadas)
     const RecordSet rs = m_banco.AbrirRecordset(Comandos::SqlReceitasDoPacote(numeros));
     OperacaoLonga operacao(m_painel, "Gerando Pacote de Receitas...", rs.RecordCount() + 2);
 
-    ArquivoDeTrabalho texto(m_banco.Caminho(kTextoDoPacote));
     const QString pacote = m_banco.Caminho(kPacote);
     const QString mensagem = m_banco.Caminho(kMensagem);
+    QString nomes;
+    {
+        ArquivoDeTrabalho texto(m_banco.Caminho(kTextoDoPacote));
+        try {
+            texto.Abrir();
+        } catch (const Disco::ErroArquivo &) {
+            FalharAoGravar(texto.Caminho());
+        }
+        nomes = GravarTexto(texto.Arquivo(), texto.Caminho(), rs, operacao);
+        if (Encerrando())
+            return;
+        // Kept on purpose: the result is not looked at, and the message is made of whatever package there is;
+        // but never of one of another day, which a full disk leaves in its place.
+        int erro = 0;
+        if (!Recipiente::CompactarArquivo(texto.Caminho(), pacote, kNivel, erro, true, Respirar,
+                                          m_banco.CaminhoDoLivro()) &&
+            QFileInfo(pacote).isFile() && QFileInfo(pacote).size() > 0 && !Encerrando())
+            FalharAoGravar(pacote);
+        if (Encerrando())
+            return;
+        operacao.Avancar();
+    }
 
-    const QString nomes = GravarTexto(texto, rs, operacao);
-    if (Encerrando())
-        return;
-    // Kept on purpose: the result is not looked at, and the message is made of whatever package there is.
-    int erro = 0;
-    Recipiente::CompactarArquivo(texto.Caminho(), pacote, kNivel, erro, true, {}, m_banco.CaminhoDoLivro());
-    operacao.Avancar();
-    texto.Remover();
-
-    ArquivoSeguro arquivo(mensagem, {.modelo = m_banco.CaminhoDoLivro()});
-    arquivo.Abrir();
-    arquivo.Escrever(MensagemPacote(nomes, LerParaBase64(pacote), m_site));
-    operacao.DefinirValor(operacao.Maximo());
-    arquivo.Confirmar();
+    try {
+        ArquivoSeguro arquivo(mensagem, {.modelo = m_banco.CaminhoDoLivro()});
+        arquivo.Abrir();
+        Escritor escritor(arquivo.Arquivo(), mensagem);
+        escritor.Gravar(InicioDaMensagemPacote(nomes, m_site));
+        if (QFile anexo(pacote); Escritor::Abrir(anexo))
+            escritor.GravarBase64(anexo);
+        if (Encerrando())
+            return;
+        escritor.Gravar(FimDaMensagemPacote());
+        operacao.DefinirValor(operacao.Maximo());
+        arquivo.Confirmar();
+    } catch (const Disco::ErroArquivo &) {
+        FalharAoGravar(mensagem);
+    }
     operacao.Encerrar();
     espera.Encerrar();
 
     if (!Encerrando())
-        m_abridor.AbrirArquivo(mensagem);
+        m_abridor.AbrirMensagem(mensagem, [&avisos = m_avisos, pacote, mensagem] {
+            avisos.Avisar("Nenhum programa de email abriu a mensagem.\r\n\r\nO pacote está pronto, no arquivo:\r\n" +
+                              pacote + "\r\n\r\nAnexe-o a um email. A mensagem inteira está em:\r\n" + mensagem,
+                          Avisos::Icone::Informacao);
+        });
 }
 
-QString Exportacao::GravarTexto(ArquivoDeTrabalho &texto, RecordSet rs, OperacaoLonga &operacao) const
+QString Exportacao::GravarTexto(QFile &arquivo, const QString &caminho, RecordSet rs,
+                                OperacaoLonga &operacao) const
 {
-    texto.Abrir();
-    Escrever(texto, Pacote::EscreverCabecalho());
+    Escritor escritor(arquivo, caminho);
+    escritor.Gravar(Pacote::EscreverCabecalho());
     QString nomes;
     for (; !rs.Eof() && !Encerrando(); rs.MoveNext()) {
         operacao.Avancar();
-        const Pacote::Receita receita = LerReceita(m_banco, m_figuras, rs);
-        Escrever(texto, Pacote::EscreverReceita(receita));
-        if (texto.Arquivo().pos() > Pacote::kMaiorTexto)
+        const Pacote::Receita receita = LerReceita(m_banco, rs);
+        QFile figura(receita.Figura.isEmpty() ? QString() : m_figuras.Caminho(receita.Figura));
+        const bool comFigura = !figura.fileName().isEmpty() && Escritor::Abrir(figura);
+        escritor.Gravar(Pacote::EscreverAntesDaFigura(receita, comFigura));
+        const qint64 base64 = comFigura ? figura.size() / 3 * 4 : 0;
+        if (arquivo.pos() + base64 > Pacote::kMaiorTexto)
             Falhar("As receitas selecionadas, com suas figuras, são grandes demais para um pacote. "
                    "Selecione menos receitas.");
+        if (comFigura)
+            escritor.GravarBase64(figura);
+        escritor.Gravar(Pacote::EscreverDepoisDaFigura(receita, comFigura));
         nomes += "<LI>" + Aparar(SemControles(receita.Nome));
     }
     return nomes;

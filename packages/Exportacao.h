@@ -4,12 +4,12 @@
 #include <QString>
 
 class Abridor;
-class ArquivoDeTrabalho;
 class Avisos;
 class Banco;
 class Figuras;
 class OperacaoLonga;
 class PainelMensagem;
+class QFile;
 class RecordSet;
 class Telas;
 
@@ -35,7 +35,7 @@ public:
 /**
  * The toolbar's transmit button: the selected recipes become the package "PacoteReceita.lr$" and a message
  * with it attached, "~temppct.eml", both in the application folder, and the desktop's mail program opens the
- * message. Whether a mail program starts is not looked at. The book and the selection stay as they are.
+ * message. When the desktop has none the user is told where both files are. The book and the selection stay as they are.
  */
 class Exportacao
 {
@@ -61,7 +61,7 @@ private:
     /// Does the work; throws what goes wrong.
     void Exportar(const QList<ReceitaSelecionada> &selecionadas);
     /// Writes the package text; the result is the list of names for the message.
-    QString GravarTexto(ArquivoDeTrabalho &texto, RecordSet rs, OperacaoLonga &operacao) const;
+    QString GravarTexto(QFile &arquivo, const QString &caminho, RecordSet rs, OperacaoLonga &operacao) const;
 
     const Banco &m_banco;
     const Figuras &m_figuras;

@@ -98,15 +98,16 @@ QByteArray Linhas(const QStringList &linhas)
 
 QByteArray MensagemPacote(const QString &nomes, const QByteArray &pacote, const QString &site)
 {
-    const QByteArray base64 = pacote.isEmpty() ? QByteArray() : Base64Class().Codificar(pacote);
-    const QByteArray inicio = Linhas(Cabecalhos() + ParteHtml(nomes, site) + CabecalhosDoAnexo());
-    const QByteArray fim = Linhas({QString("--") + kFronteira + "--", ""});
+    return InicioDaMensagemPacote(nomes, site) +
+           (pacote.isEmpty() ? QByteArray() : Base64Class().Codificar(pacote)) + FimDaMensagemPacote();
+}
 
-    QByteArray mensagem;
-    mensagem.reserve(inicio.size() + base64.size() + 2 + fim.size());
-    mensagem += inicio;
-    mensagem += base64;
-    mensagem += "\r\n";
-    mensagem += fim;
-    return mensagem;
+QByteArray InicioDaMensagemPacote(const QString &nomes, const QString &site)
+{
+    return Linhas(Cabecalhos() + ParteHtml(nomes, site) + CabecalhosDoAnexo());
+}
+
+QByteArray FimDaMensagemPacote()
+{
+    return "\r\n" + Linhas({QString("--") + kFronteira + "--", ""});
 }

@@ -16,3 +16,7 @@
  * @param site   the maker's site, scheme and host with no trailing slash: "https://www.tamarel.example"
  */
 QByteArray MensagemPacote(const QString &nomes, const QByteArray &pacote, const QString &site);
+
+/// The same around an attachment that is not held in memory: what comes before its base64 and behind it.
+QByteArray InicioDaMensagemPacote(const QString &nomes, const QString &site);
+QByteArray FimDaMensagemPacote();

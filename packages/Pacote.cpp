@@ -45,6 +45,14 @@ QByteArray Pacote::EscreverCabecalho()
 
 QByteArray Pacote::EscreverReceita(const Receita &receita)
 {
+    const bool comFigura = !receita.DadosFigura.isEmpty();
+    return EscreverAntesDaFigura(receita, comFigura) +
+           (comFigura ? Base64Class().Codificar(receita.DadosFigura) : QByteArray()) +
+           EscreverDepoisDaFigura(receita, comFigura);
+}
+
+QByteArray Pacote::EscreverAntesDaFigura(const Receita &receita, bool comFigura)
+{
     QString texto = "<RECEITA>\r\n";
     texto += Linha("NOME", SemVirgulas(Simples(receita.Nome)));
     texto += Linha("CLASSIFICACAO", SemVirgulas(Simples(receita.Classificacao)));
@@ -57,14 +65,14 @@ QByteArray Pacote::EscreverReceita(const Receita &receita)
     texto += Linha("TIPO", Simples(receita.Tipo));
     texto += Linha("ORIGEM", SemVirgulas(Simples(receita.Origem)));
     texto += Linha("OBSERVACAO", SemQuebrasNemVirgulas(Aparar(receita.Observacao)));
-    QByteArray bytes = PaginaCodigo::ParaAnsi(texto);
+    if (comFigura)
+        texto += Linha("FIGURA", Simples(receita.Figura)) + "<DADOS_FIGURA>";
+    return PaginaCodigo::ParaAnsi(texto);
+}
 
-    if (!receita.DadosFigura.isEmpty()) {
-        bytes += PaginaCodigo::ParaAnsi(Linha("FIGURA", Simples(receita.Figura)));
-        bytes += "<DADOS_FIGURA>" + Base64Class().Codificar(receita.DadosFigura) + "</DADOS_FIGURA>\r\n";
-    }
-
-    texto = "<INGREDIENTES>\r\n";
+QByteArray Pacote::EscreverDepoisDaFigura(const Receita &receita, bool comFigura)
+{
+    QString texto = comFigura ? "</DADOS_FIGURA>\r\n<INGREDIENTES>\r\n" : "<INGREDIENTES>\r\n";
     for (const Ingrediente &linha : receita.Ingredientes) {
         texto += "<ITEM>\r\n";
         texto += Linha("INGREDIENTE", SemVirgulas(Simples(linha.Ingrediente)));
@@ -72,7 +80,7 @@ QByteArray Pacote::EscreverReceita(const Receita &receita)
         texto += Linha("UNIDADE", SemVirgulas(Simples(linha.Unidade)));
     }
     texto += "</INGREDIENTES>\r\n";
-    return bytes + PaginaCodigo::ParaAnsi(texto);
+    return PaginaCodigo::ParaAnsi(texto);
 }
 
 QString Pacote::DesfazerVirgulas(QStringView valor)

@@ -42,6 +42,10 @@ struct Receita {
 QByteArray EscreverCabecalho();
 /// A record's bytes. Values are trimmed here, and those of one line lose their control characters.
 QByteArray EscreverReceita(const Receita &receita);
+/// The same in three pieces, for pictures that are not held in memory: what comes before the picture's base64
+/// (its two opening lines included when there is one), and what comes behind it.
+QByteArray EscreverAntesDaFigura(const Receita &receita, bool comFigura);
+QByteArray EscreverDepoisDaFigura(const Receita &receita, bool comFigura);
 
 /// "\VG/" becomes ",".
 QString DesfazerVirgulas(QStringView valor);

@@ -14,6 +14,8 @@
 
 namespace
 {
+constexpr int kFatiasPorGravacao = 32;
+
 const Bytef *Entrada(const char *bytes)
 {
     return reinterpret_cast<const Bytef *>(bytes);
@@ -48,7 +50,13 @@ int CompactarAberto(QFile &origem, const QString &destino, int nivel, const std:
     quint32 soma = 0;
     ArquivoSeguro arquivo(destino, {.modelo = modelo});
     arquivo.Abrir();
-    if (const int codigo = RecipienteEmFatias::Compactar(origem, arquivo.Arquivo(), soma, pausa, nivel);
+    int fatias = 0;
+    const auto gravando = [&] {
+        if (++fatias % kFatiasPorGravacao == 0)
+            Disco::IniciarGravacao(arquivo.Arquivo());
+        return pausa();
+    };
+    if (const int codigo = RecipienteEmFatias::Compactar(origem, arquivo.Arquivo(), soma, gravando, nivel);
         codigo != Recipiente::kSucesso)
         return codigo; // the half-written file beside the destination goes with `arquivo`
     arquivo.Confirmar();

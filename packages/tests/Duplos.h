@@ -150,7 +150,14 @@ class AbridorDeTeste : public Abridor
 {
 public:
     void AbrirArquivo(const QString &caminho) override { abertos += caminho; }
+    void AbrirMensagem(const QString &caminho, const std::function<void()> &semPrograma) override
+    {
+        abertos += caminho;
+        if (nenhumPrograma)
+            semPrograma();
+    }
     void AbrirEndereco(const QUrl &endereco) override { abertos += endereco.toString(); }
 
     QStringList abertos;
+    bool nenhumPrograma = false;
 };

@@ -2,12 +2,15 @@
 #include "base/Operacao.h"
 #include "base/Ponteiro.h"
 #include "packages/Exportacao.h"
+#include "packages/MensagemPacote.h"
+#include "packages/Pacote.h"
 #include "packages/Recipiente.h"
 #include "packages/tests/Duplos.h"
 #include "store/Comandos.h"
 
 #include <QProcess>
 #include <QTest>
+#include <QTimer>
 
 #include <memory>
 
@@ -43,6 +46,10 @@ private slots:
     void mensagemQueNaoSeGravaAvisaENaoAbreNada();
     void mensagemAnteriorSobreviveAFalha();
     void falhaAoCompactarNaoImpedeAMensagem();
+    void pacoteVelhoNaoVaiComDiscoCheio();
+    void semProgramaDeEmailDizOndeEstao();
+    void figuraGrandeVaiInteiraEAJanelaVive();
+    void linkNoLugarDoTextoNaoESeguido();
     void bancoQueFalhaEAvisado();
     void segundoCliqueDuranteAExportacaoNaoFazNada();
     void livroETelaFicamComoEstavam();
@@ -304,6 +311,83 @@ void TesteExportacao::falhaAoCompactarNaoImpedeAMensagem()
     QCOMPARE(m_abridor.abertos.size(), 1);
     QVERIFY(LerArquivo(m_livro->Caminho("~temppct.eml"))
                 .contains("lr$?=\"\r\n\r\n\r\n------=_NextPart_000_0009_01C4903F.EF2FE790--\r\n"));
+}
+
+void TesteExportacao::pacoteVelhoNaoVaiComDiscoCheio()
+{
+    Exportar({{1, ""}});
+    const QByteArray velho = LerArquivo(m_livro->Caminho("PacoteReceita.lr$"));
+    // As large packed as it was before: the text finds room, its package does not.
+    QByteArray acaso(60'000, Qt::Uninitialized);
+    for (qsizetype i = 0; i < acaso.size(); ++i)
+        acaso[i] = static_cast<char>(qHash(i));
+    m_livro->figuras.GravarFigura(acaso, 2);
+    QVERIFY(QFile::remove(m_livro->Caminho("~temppct.eml")));
+    std::unique_ptr<LimiteDeArquivo> disco;
+    QTimer olhar; // the disk is full from the moment that the text is complete
+    connect(&olhar, &QTimer::timeout, this, [&] {
+        if (!disco && LerArquivo(m_livro->Caminho("PacoteReceitas.lrs")).endsWith("</INGREDIENTES>\r\n"))
+            disco = std::make_unique<LimiteDeArquivo>(50'000);
+    });
+    olhar.start(0);
+    Exportar({{2, ""}});
+    QVERIFY(disco);
+    disco.reset();
+    QCOMPARE(m_avisos.ditos.size(), 1);
+    QVERIFY(m_avisos.ditos[0].startsWith("parada|Não foi possível gravar o arquivo:\r\n"));
+    QCOMPARE(m_abridor.abertos.size(), 1);
+    QVERIFY(!m_livro->Arquivos().contains("~temppct.eml"));
+    QCOMPARE(LerArquivo(m_livro->Caminho("PacoteReceita.lr$")), velho);
+}
+
+void TesteExportacao::semProgramaDeEmailDizOndeEstao()
+{
+    m_abridor.nenhumPrograma = true;
+    Exportar({{1, ""}});
+    QCOMPARE(m_avisos.ditos.size(), 1);
+    QVERIFY(m_avisos.ditos[0].startsWith("informação|"));
+    QVERIFY(m_avisos.ditos[0].contains(m_livro->Caminho("PacoteReceita.lr$")));
+    QVERIFY(m_avisos.ditos[0].contains(m_livro->Caminho("~temppct.eml")));
+}
+
+void TesteExportacao::figuraGrandeVaiInteiraEAJanelaVive()
+{
+    QByteArray figura(7'000'003, Qt::Uninitialized);
+    for (qsizetype i = 0; i < figura.size(); ++i)
+        figura[i] = static_cast<char>(qHash(i));
+    m_livro->figuras.GravarFigura(figura, 2);
+    int batidas = 0;
+    QTimer batida;
+    connect(&batida, &QTimer::timeout, this, [&] { ++batidas; });
+    batida.start(0);
+    Exportar({{2, ""}});
+    QVERIFY2(batidas > 60, qPrintable(QString::number(batidas))); // a beat a slice: text, package and message
+    QByteArray texto;
+    QCOMPARE(Recipiente::Descompactar(LerArquivo(m_livro->Caminho("PacoteReceita.lr$")), texto), 0);
+    Pacote::Receita receita;
+    receita.DadosFigura = figura;
+    receita.Figura = "F0000002.img";
+    const QByteArray linhas = Pacote::EscreverReceita(receita);
+    const qsizetype inicio = linhas.indexOf("<FIGURA>");
+    QVERIFY(texto.contains(linhas.mid(inicio, linhas.indexOf("<INGREDIENTES>") - inicio)));
+    QCOMPARE(LerArquivo(m_livro->Caminho("~temppct.eml")),
+             MensagemPacote("<LI>Bolo de fubá, simples", LerArquivo(m_livro->Caminho("PacoteReceita.lr$")), kSite));
+    // Packed in slices, and the same bytes as in one piece.
+    QByteArray recipiente;
+    QCOMPARE(Recipiente::Compactar(texto.chopped(1), recipiente), 0);
+    QVERIFY(recipiente == LerArquivo(m_livro->Caminho("PacoteReceita.lr$")));
+}
+
+void TesteExportacao::linkNoLugarDoTextoNaoESeguido()
+{
+    QTemporaryDir fora;
+    QVERIFY(GravarArquivo(fora.filePath("alheio"), "de outro"));
+    for (const char *nome : {"PacoteReceitas.lrs", "PacoteReceita.lr$", "~temppct.eml"})
+        QVERIFY(QFile::link(fora.filePath("alheio"), m_livro->Caminho(nome)));
+    Exportar({{1, ""}});
+    QCOMPARE(m_avisos.ditos, QStringList());
+    QCOMPARE(LerArquivo(fora.filePath("alheio")), QByteArray("de outro"));
+    QVERIFY(LerArquivo(m_livro->Caminho("~temppct.eml")).contains("lr$?="));
 }
 
 void TesteExportacao::bancoQueFalhaEAvisado()

@@ -72,6 +72,10 @@ void TestePainelNovidades::oCliqueRolaOPainelEMostraAPagina()
     QCOMPARE(cena.picWeb->height(), 462);
     QVERIFY(cena.avisos.textos.isEmpty());
     QCOMPARE(cena.WbBsr1()->geometry(), QRect(-2, -2, 622, 461));
+    // What is seen of the page leaves the panel's border whole, all around.
+    const QRect visto = cena.WbBsr1()->mask().boundingRect().translated(-2, -2);
+    QVERIFY(cena.picWeb->rect().adjusted(1, 1, -1, -1).contains(visto));
+    QVERIFY(visto.height() > 450 && visto.width() > 610);
 
     QList<int> esperadas;
     for (int altura = 220; altura <= 6930; altura += 200)

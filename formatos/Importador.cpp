@@ -34,7 +34,9 @@ bool ECsv(const QString &inicio)
     static const QRegularExpression outra(R"((?:^|[;,\t])\s*"?\s*(?:ingredientes|ingredients|modo|modo de preparo|modo de fazer|preparo|instruções|directions|instructions|steps|method)\s*"?\s*(?=[;,\t]|$))",
                                           QRegularExpression::CaseInsensitiveOption |
                                               QRegularExpression::UseUnicodePropertiesOption);
-    const QString linha = inicio.left(inicio.indexOf(u'\n') < 0 ? inicio.size() : inicio.indexOf(u'\n')).trimmed() + u';';
+    constexpr qsizetype kMaiorCabecalho = 2000;
+    const qsizetype fim = inicio.indexOf(u'\n');
+    const QString linha = inicio.left(std::min(fim < 0 ? inicio.size() : fim, kMaiorCabecalho)).simplified() + u';';
     return nome.match(linha).hasMatch() && outra.match(linha).hasMatch();
 }
 
@@ -49,7 +51,7 @@ bool EReceitaMarkdown(const QString &inicio)
     static const QRegularExpression titulo(R"(^\s*(?:#\s+\S|[^\n]+\n=+\s*\n))");
     static const QRegularExpression regua(R"(^(?:-{3,}|\*{3,}|_{3,}|\* \* \*|- - -)\s*$)",
                                           QRegularExpression::MultilineOption);
-    static const QRegularExpression lista(R"(^\s*[-*+]\s+\S)", QRegularExpression::MultilineOption);
+    static const QRegularExpression lista(R"(^[ \t]*[-*+][ \t]+\S)", QRegularExpression::MultilineOption);
     if (!titulo.match(inicio).hasMatch())
         return false;
     const QRegularExpressionMatch m = regua.match(inicio);
@@ -65,10 +67,10 @@ Formato ReconhecerTexto(const QString &nome, const QString &inicio)
 {
     static const QRegularExpression mime(R"(^(?:From|MIME-Version|Snapshot-Content-Location|Content-Type|Subject|Date):)",
                                          QRegularExpression::CaseInsensitiveOption);
-    static const QRegularExpression mealMaster(R"(^\s*(?:MMMMM|-{5,}).*Meal-?\s?Master)",
+    static const QRegularExpression mealMaster(R"(^[ \t]*(?:MMMMM|-{5,}).*Meal-?\s?Master)",
                                                QRegularExpression::CaseInsensitiveOption |
                                                    QRegularExpression::MultilineOption);
-    static const QRegularExpression masterCook(R"(^\s*\*\s*Exported\s+from\s+MasterCook)",
+    static const QRegularExpression masterCook(R"(^[ \t]*\*[ \t]*Exported[ \t]+from[ \t]+MasterCook)",
                                                QRegularExpression::CaseInsensitiveOption |
                                                    QRegularExpression::MultilineOption);
     static const QRegularExpression raiz(R"(<\s*(gourmetDoc|krecipes|mx2)\b)", QRegularExpression::CaseInsensitiveOption);

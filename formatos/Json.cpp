@@ -46,44 +46,36 @@ public:
                 if (++m_abertos > kMaiorProfundidadeJson)
                     return {};
             } else if (c == u'}' || c == u']') {
-                TirarVirgula();
-                m_saida += c;
+                if (m_ultimo == u',')
+                    m_saida[m_lugar] = u' ';
+                Por(c);
                 if (--m_abertos == 0)
                     return m_saida;
                 continue;
             } else if (c == u',') {
-                const QChar antes = UltimoSinal();
-                if (antes == u',' || antes == u'[' || antes == u'{')
+                if (m_ultimo == u',' || m_ultimo == u'[' || m_ultimo == u'{')
                     continue;
             }
-            m_saida += c.unicode() < 0x20 ? QChar(u' ') : c;
+            Por(c.unicode() < 0x20 ? QChar(u' ') : c);
         }
         return {};
     }
 
 private:
+    void Por(QChar c)
+    {
+        if (c != u' ') {
+            m_ultimo = c;
+            m_lugar = m_saida.size();
+        }
+        m_saida += c;
+    }
+
     qsizetype ProximaAbertura(qsizetype i) const
     {
         while (i < m_texto.size() && m_texto[i] != u'{' && m_texto[i] != u'[')
             ++i;
         return i;
-    }
-
-    QChar UltimoSinal() const
-    {
-        for (qsizetype i = m_saida.size(); i > 0; --i)
-            if (!m_saida[i - 1].isSpace())
-                return m_saida[i - 1];
-        return {};
-    }
-
-    void TirarVirgula()
-    {
-        qsizetype i = m_saida.size();
-        while (i > 0 && m_saida[i - 1].isSpace())
-            --i;
-        if (i > 0 && m_saida[i - 1] == u',')
-            m_saida.truncate(i - 1);
     }
 
     qsizetype PularComentario(qsizetype i) const
@@ -99,7 +91,7 @@ private:
 
     qsizetype CopiarTexto(qsizetype i)
     {
-        m_saida += u'"';
+        Por(u'"');
         for (++i; i < m_texto.size(); ++i) {
             const QChar c = m_texto[i];
             if (c == u'"') {
@@ -129,6 +121,8 @@ private:
     QStringView m_texto;
     QString m_saida;
     int m_abertos = 0;
+    QChar m_ultimo;        ///< the last sign that is no blank, outside texts
+    qsizetype m_lugar = 0; ///< where it stands
 };
 
 bool Fundo(QStringView texto)

@@ -12,6 +12,7 @@ namespace
 using namespace Formatos;
 
 constexpr qsizetype kSegundaColuna = 41; ///< where the second column begins
+constexpr qsizetype kMaiorTitulo = 500;  ///< no heading is longer
 constexpr qsizetype kTexto = 11;         ///< where a column's text begins
 
 struct NomeDaUnidade {
@@ -105,7 +106,7 @@ Coluna LerColuna(const QString &texto)
 QString Titulo(const QString &linha)
 {
     static const QRegularExpression titulo(R"(^\s*(?:MMMMM|-{4,})[-\s]*([^-\s].*?)[-\s]*$)");
-    return titulo.match(linha).captured(1).trimmed();
+    return linha.size() > kMaiorTitulo ? QString() : titulo.match(linha).captured(1).trimmed();
 }
 
 bool EFim(const QString &linha)
@@ -118,7 +119,7 @@ bool ECabecalho(const QString &linha)
 {
     static const QRegularExpression cabecalho(R"(^\s*(?:MMMMM|-{5,}).*Meal-?\s?Master)",
                                               QRegularExpression::CaseInsensitiveOption);
-    return cabecalho.match(linha).hasMatch();
+    return linha.size() <= kMaiorTitulo && cabecalho.match(linha).hasMatch();
 }
 
 /// One recipe, line by line.
@@ -238,7 +239,7 @@ void Leitor::LerModo(const QString &linha)
         FecharParagrafo();
         return;
     }
-    if (const auto m = fonte.match(linha); m.hasMatch() && m_r.fontes.isEmpty()) {
+    if (const auto m = fonte.match(linha.left(kMaiorTitulo)); m.hasMatch() && m_r.fontes.isEmpty()) {
         FecharParagrafo();
         m_r.fontes = {m.captured(1).trimmed()};
         return;

@@ -40,7 +40,7 @@ void LerNutricao(const QString &texto, Rascunho &r)
     static const QRegularExpression kcal(
         R"((\d[\d.,]*)\s*k?cal\w*\s*(?:por|per|/)\s*(?:uma? |cada )?(por[cç][aã]o|pessoa|serving|receita|recipe))",
         QRegularExpression::CaseInsensitiveOption);
-    const QRegularExpressionMatch m = kcal.match(texto);
+    const QRegularExpressionMatch m = kcal.match(texto.left(1000));
     QString resto = texto;
     if (m.hasMatch()) {
         r.calorias = m.captured(1) + " kcal";

@@ -297,6 +297,29 @@ void LeitorCooklang::AcrescentarIngrediente(const QString &nomeBruto, const QStr
     m_r.linhas += linha;
 }
 
+/// Where `sinal` stands from `inicio` on, not too far away; -1 when it does not.
+qsizetype PertoDe(const QString &texto, QChar sinal, qsizetype inicio)
+{
+    constexpr qsizetype kLonge = 500;
+    const qsizetype achado = QStringView(texto).sliced(inicio, std::min(kLonge, texto.size() - inicio)).indexOf(sinal);
+    return achado < 0 ? -1 : inicio + achado;
+}
+
+/// The text without "[- comments -]".
+QString SemComentarios(const QString &texto)
+{
+    QString saida;
+    qsizetype i = 0;
+    for (qsizetype inicio = texto.indexOf("[-"); inicio >= 0; inicio = texto.indexOf("[-", i)) {
+        const qsizetype fim = texto.indexOf("-]", inicio + 2);
+        if (fim < 0)
+            break;
+        saida += QStringView(texto).sliced(i, inicio - i);
+        i = fim + 2;
+    }
+    return saida + texto.sliced(i);
+}
+
 /// A paragraph: what stands for ingredients, pots and timers becomes their words.
 QString LeitorCooklang::LerPasso(const QString &texto)
 {
@@ -323,7 +346,7 @@ QString LeitorCooklang::LerPasso(const QString &texto)
         QString medida;
         QString nome;
         bool comChaves = chave < texto.size() && texto[chave] == u'{';
-        const qsizetype fecho = comChaves ? texto.indexOf(u'}', chave) : -1;
+        const qsizetype fecho = comChaves ? PertoDe(texto, u'}', chave) : -1;
         comChaves = comChaves && fecho > 0;
         if (comChaves) {
             nome = texto.sliced(inicio, chave - inicio).trimmed();
@@ -341,7 +364,7 @@ QString LeitorCooklang::LerPasso(const QString &texto)
         }
         QString preparo;
         if (c == u'@' && comChaves && fim < texto.size() && texto[fim] == u'(') {
-            const qsizetype parenteses = texto.indexOf(u')', fim);
+            const qsizetype parenteses = PertoDe(texto, u')', fim);
             if (parenteses > 0) {
                 preparo = texto.sliced(fim + 1, parenteses - fim - 1);
                 fim = parenteses + 1;
@@ -410,7 +433,6 @@ std::optional<Receita> LeitorCooklang::Ler(const Entrada &entrada, Relato &relat
 {
     static const QRegularExpression metadado(R"(^>>\s*([^:]+):\s*(.*)$)");
     static const QRegularExpression secao(R"(^=+\s*(.*?)\s*=*$)");
-    static const QRegularExpression comentario(R"(\[-.*?-\])", QRegularExpression::DotMatchesEverythingOption);
     QString texto = entrada.Texto();
     texto.replace("\r\n", "\n").replace(u'\r', u'\n');
     QStringList linhas = texto.split(u'\n');
@@ -421,7 +443,7 @@ std::optional<Receita> LeitorCooklang::Ler(const Entrada &entrada, Relato &relat
         LerYaml(linhas.mid(1, fim - 1), m_dados);
         linhas = linhas.mid(fim + 1);
     }
-    linhas = linhas.join(u'\n').remove(comentario).split(u'\n');
+    linhas = SemComentarios(linhas.join(u'\n')).split(u'\n');
     QStringList passo;
     QStringList notas;
     const auto fechar = [&] {
@@ -471,7 +493,7 @@ std::optional<Receita> LeitorCooklang::Ler(const Entrada &entrada, Relato &relat
 bool ERegua(const QString &linha)
 {
     static const QRegularExpression regua(R"(^\s{0,3}(?:(?:-\s*){3,}|(?:\*\s*){3,}|(?:_\s*){3,})$)");
-    return regua.match(linha).hasMatch();
+    return linha.size() < 200 && regua.match(linha).hasMatch();
 }
 
 QString SemEscapes(const QString &texto)

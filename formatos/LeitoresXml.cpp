@@ -169,12 +169,16 @@ LinhaLida Partes(const QString &quantidade, const QString &unidade, const QStrin
 
 // ---- Gourmet ------------------------------------------------------------------------------------------------
 
-void LerLinhasGourmet(const No &lista, Rascunho &r)
+constexpr int kMaisGrupos = 16; ///< groups within each other
+
+void LerLinhasGourmet(const No &lista, Rascunho &r, int nivel = 0)
 {
+    if (nivel > kMaisGrupos)
+        return;
     for (const No &no : lista.Filhos()) {
         if (no.Chama("inggroup")) {
             r.Titulo(no.Conteudo("groupname"));
-            LerLinhasGourmet(no, r);
+            LerLinhasGourmet(no, r, nivel + 1);
         } else if (no.Chama("ingredient")) {
             QString item = no.Conteudo("item");
             if (item.isEmpty())
@@ -229,12 +233,14 @@ LinhaLida LerIngredienteKre(const No &no)
     return linha;
 }
 
-void LerLinhasKre(const No &lista, Rascunho &r)
+void LerLinhasKre(const No &lista, Rascunho &r, int nivel = 0)
 {
+    if (nivel > kMaisGrupos)
+        return;
     for (const No &no : lista.Filhos()) {
         if (no.Chama("ingredient-group")) {
             r.Titulo(no.Atributo("name"));
-            LerLinhasKre(no, r);
+            LerLinhasKre(no, r, nivel + 1);
         } else if (no.Chama("ingredient")) {
             r.linhas += LerIngredienteKre(no);
             for (const No &troca : no.Filho("substitutes").Filhos()) {
@@ -324,7 +330,7 @@ Rascunho LerReceitaMx2(const No &no)
             r.fontes += texto;
     }
     const QString nutricao = no.Conteudo("Nutr");
-    if (const auto m = calorias.match(nutricao); m.hasMatch())
+    if (const auto m = calorias.match(nutricao.left(1000)); m.hasMatch())
         r.calorias = m.captured(1) + " kcal";
     if (!nutricao.isEmpty())
         r.nutrientes = {nutricao};
@@ -365,8 +371,12 @@ QList<Receita> Formatos::LerMasterCookXml(const Entrada &entrada, Relato &relato
 
 namespace
 {
+constexpr qsizetype kMaiorCampo = 1000; ///< of a line with a field
+
 bool EInicioMxp(const QString &linha)
 {
+    if (linha.size() > kMaiorCampo)
+        return false;
     static const QRegularExpression inicio(R"(^\s*\*\s*Exported\s+from\s+MasterCook)",
                                            QRegularExpression::CaseInsensitiveOption);
     return inicio.match(linha).hasMatch();
@@ -447,7 +457,7 @@ std::optional<Receita> LerUmaMxp(const QStringList &linhas, Relato &relato)
         case Onde::Campos:
             if (regua.match(linha).hasMatch()) {
                 onde = Onde::Linhas;
-            } else if (const auto m = campo.match(linha); m.hasMatch()) {
+            } else if (const auto m = campo.match(linha.left(kMaiorCampo)); m.hasMatch()) {
                 const QString nome = m.captured(1).toLower();
                 QString valor = m.captured(2).trimmed();
                 categorias = nome == "categories";
@@ -503,7 +513,7 @@ std::optional<Receita> LerUmaMxp(const QStringList &linhas, Relato &relato)
             }
             break;
         case Onde::Fim:
-            if (const auto c = calorias.match(linha); c.hasMatch()) {
+            if (const auto c = calorias.match(linha.left(kMaiorCampo)); c.hasMatch()) {
                 r.calorias = c.captured(1) + " kcal";
                 r.nutrientes = {limpa};
             } else if (const auto n = notas.match(limpa); n.hasMatch()) {

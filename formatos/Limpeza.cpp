@@ -128,7 +128,7 @@ bool ComecaLinha(QStringView nome)
 /// Where the tag that begins at `inicio` ends (behind its ">"), quoted values skipped; -1 when it does not.
 qsizetype FimDaTag(const QString &texto, qsizetype inicio)
 {
-    constexpr qsizetype kMaiorTag = 20'000;
+    constexpr qsizetype kMaiorTag = 2000;
     QChar aspas;
     const qsizetype limite = std::min(texto.size(), inicio + kMaiorTag);
     for (qsizetype i = inicio + 1; i < limite; ++i) {
@@ -151,6 +151,7 @@ QString SemHtml(const QString &texto)
 {
     if (!texto.contains(u'<'))
         return texto;
+    const qsizetype ultimoFecho = texto.lastIndexOf(u'>');
     QString saida;
     saida.reserve(texto.size());
     qsizetype i = 0;
@@ -176,7 +177,7 @@ QString SemHtml(const QString &texto)
         const bool limpo = nomeFim < texto.size() &&
                            (texto[nomeFim] == u'>' || texto[nomeFim] == u'/' || texto[nomeFim].isSpace());
         qsizetype fim = -1;
-        if (limpo && !nome.isEmpty() && ELetraAscii(nome[0]))
+        if (limpo && i < ultimoFecho && !nome.isEmpty() && ELetraAscii(nome[0]))
             fim = FimDaTag(texto, i);
         if (fim > 0 && !fechada && (nome == "script" || nome == "style")) {
             const qsizetype fecho = texto.indexOf("</" + nome, fim, Qt::CaseInsensitive);
@@ -480,7 +481,9 @@ QString Formatos::SemMarkdown(const QString &linha)
                                                QRegularExpression::UseUnicodePropertiesOption);
     static const QRegularExpression riscado(R"(~~(?=\S)(.+?)(?<=\S)~~)");
     static const QRegularExpression codigo(R"(`([^`]+)`)");
-    if (linha.isEmpty())
+    // No paragraph is longer; the patterns would take their time over one that never closes its marks.
+    constexpr qsizetype kMaiorLinha = 20'000;
+    if (linha.isEmpty() || linha.size() > kMaiorLinha)
         return linha;
     QString texto = linha;
     bool eTitulo = false;

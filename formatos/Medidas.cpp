@@ -11,6 +11,7 @@ namespace
 using namespace Formatos;
 
 constexpr int kMaiorTempo = 20;
+constexpr qsizetype kMaiorMedida = 300; ///< what is looked at of a text
 constexpr double kMaisMinutos = 1e7; ///< nobody cooks for twenty years
 
 double DoTexto(QString numero)
@@ -122,7 +123,7 @@ const char *const kPessoas = R"((?:por[cç](?:[aã]o|[oõ]es)|pessoas?|servings?
 bool FalaDePessoas(const QString &texto)
 {
     static const QRegularExpression palavra(QString(kPessoas), QRegularExpression::CaseInsensitiveOption);
-    return palavra.match(texto).hasMatch();
+    return palavra.match(texto.left(kMaiorMedida)).hasMatch();
 }
 
 bool TemAlgarismo(const QString &texto)
@@ -143,7 +144,7 @@ double PorcoesDe(const QString &texto)
     static const QRegularExpression medida(
         R"(^\s*(?:a|até|to|-|–)?\s*(?:\d+(?:[.,]\d+)?)?\s*(?:de\s+)?(?:kgs?|quilos?|kilos?|gr?s?|gramas?|mls?|mililitros?|l|lts?|litros?|liters?|cm|x[ií]caras?|copos?|cups?|oz|ounces?|lbs?|pounds?)(?![\p{L}]))",
         QRegularExpression::CaseInsensitiveOption | QRegularExpression::UseUnicodePropertiesOption);
-    const QString t = FracoesPorExtenso(texto);
+    const QString t = FracoesPorExtenso(texto.left(kMaiorMedida));
     if (meiaDuzia.match(t).hasMatch())
         return 6;
     if (const auto m = duzias.match(t); m.hasMatch())
@@ -162,6 +163,8 @@ bool DizMais(const QString &texto)
             .arg(kPessoas),
         QRegularExpression::CaseInsensitiveOption);
     const QString t = texto.trimmed();
+    if (t.size() > kMaiorMedida)
+        return true;
     return !t.isEmpty() && !soNumero.match(t).hasMatch();
 }
 } // namespace
@@ -173,9 +176,9 @@ std::optional<double> Formatos::MinutosDoTexto(const QString &texto)
         return 0;
     static const QRegularExpression soNumero(R"(^\d+(?:[.,]\d+)?$)");
     std::optional<double> minutos;
-    if (soNumero.match(t).hasMatch())
+    if (t.size() < 100 && soNumero.match(t).hasMatch())
         minutos = DoTexto(t);
-    else if (t.startsWith(u'P', Qt::CaseInsensitive))
+    else if (t.size() < 100 && t.startsWith(u'P', Qt::CaseInsensitive))
         minutos = DeIso(t);
     if (!minutos && t.size() < 100)
         minutos = DePalavras(t);
@@ -229,7 +232,7 @@ Rendimento Formatos::RendimentoDe(const QStringList &elementos)
 {
     QStringList dados;
     for (const QString &elemento : elementos)
-        if (!elemento.trimmed().isEmpty())
+        if (!elemento.trimmed().isEmpty() && dados.size() < 50)
             dados += elemento.trimmed();
     if (dados.isEmpty())
         return {};
@@ -258,8 +261,9 @@ Rendimento Formatos::RendimentoDe(const QStringList &elementos)
     return rendimento;
 }
 
-Calorias Formatos::CaloriasDe(const QString &texto, const QString &tipo)
+Calorias Formatos::CaloriasDe(const QString &inteiro, const QString &tipo)
 {
+    const QString texto = inteiro.left(kMaiorMedida);
     static const QRegularExpression comUnidade(R"((\d[\d.,]*)\s*(?:k?cal\b|[ck]alor\w*|cals\b|kcals\b))",
                                                QRegularExpression::CaseInsensitiveOption |
                                                    QRegularExpression::UseUnicodePropertiesOption);

@@ -339,6 +339,8 @@ void Montagem::MontarLinhas()
                                       ? SemMarkdown(bruta)
                                       : bruta;
             const QString limpa = TituloDaLinha(LimparItem(linha));
+            if (m_receita.Ingredientes.size() >= kMaisLinhas)
+                return;
             const qsizetype antes = m_porExtenso.size();
             AcrescentarLinha(SepararLinha(limpa));
             // The whole line as it was, when it is known.

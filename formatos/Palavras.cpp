@@ -76,12 +76,14 @@ const QList<std::pair<QString, QString>> &Palavras::Pares(const QString &secao) 
 
 bool Palavras::EUnidadeInglesa(const QString &dobrada) const
 {
-    return Conjunto("unidades-inglesas").contains(dobrada.endsWith(u'.') ? dobrada.chopped(1) : dobrada);
+    const QString semPonto = dobrada.endsWith(u'.') ? dobrada.chopped(1) : dobrada;
+    return Conjunto("unidades-inglesas").contains(semPonto) || Conjunto("unidades-inglesas-abreviadas").contains(semPonto);
 }
 
 bool Palavras::EUnidade(const QString &dobrada) const
 {
     const QString semPonto = dobrada.endsWith(u'.') ? dobrada.chopped(1) : dobrada;
-    return Conjunto("unidades").contains(semPonto) || EUnidadeInglesa(semPonto);
+    return Conjunto("unidades").contains(semPonto) || Conjunto("unidades-abreviadas").contains(semPonto) ||
+           EUnidadeInglesa(semPonto);
 }
 } // namespace Formatos

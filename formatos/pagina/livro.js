@@ -228,7 +228,7 @@ function riscavel(li, id, chave, rotulo, marca) {
   function mostrar() {
     li.classList.toggle('riscado', !!riscos[chave]);
     b.setAttribute('aria-pressed', riscos[chave] ? 'true' : 'false');
-    b.setAttribute('aria-label', 'Riscar: ' + rotulo());
+    b.setAttribute('aria-label', (marca ? marca + ', riscar: ' : 'Riscar: ') + rotulo());
   }
   function trocar(e) {
     if (e.target.closest('.tempo')) return;
@@ -265,7 +265,7 @@ function decorar(artigo) {
     numeroDoPasso += 1;
     li.textContent = '';
     li.appendChild(comTempos(texto, r.name + ', passo ' + numeroDoPasso));
-    riscaveis.push(riscavel(li, id, 'p' + i, function () { return 'passo ' + texto; }, String(numeroDoPasso)));
+    riscaveis.push(riscavel(li, id, 'p' + i, function () { return texto; }, String(numeroDoPasso)));
   });
   var nota = novo('p', 'As quantidades do modo de preparar continuam as originais.', 'fraco');
   nota.hidden = true;

@@ -220,7 +220,8 @@ void Pagina::PorLista()
 void Pagina::PorReceita(const ReceitaDoLivro &r, const QString &src)
 {
     const QByteArray numero = QByteArray::number(r.numero);
-    Por("<article id=\"r" + numero + "\" aria-labelledby=\"t" + numero + "\">\n<h2 id=\"t" + numero + "\">" + Html(r.receita.Nome) +
+    // With scripts this is text until the recipe is opened; without them it is the recipe.
+    Por("<noscript id=\"n" + numero + "\">\n<article id=\"r" + numero + "\" aria-labelledby=\"t" + numero + "\">\n<h2 id=\"t" + numero + "\">" + Html(r.receita.Nome) +
         "</h2>\n");
     if (const QString dados = DadosDaReceita(r.receita); !dados.isEmpty())
         Por("<p class=\"fraco\">" + Html(dados) + "</p>\n");
@@ -240,7 +241,7 @@ void Pagina::PorReceita(const ReceitaDoLivro &r, const QString &src)
         for (const QString &paragrafo : Paragrafos(r.receita.Observacao))
             Por("<p>" + Html(paragrafo) + "</p>\n");
     }
-    Por("<p class=\"so-texto\"><a href=\"#lista\">Voltar à lista</a></p>\n</article>\n");
+    Por("<p class=\"so-texto\"><a href=\"#lista\">Voltar à lista</a></p>\n</article>\n</noscript>\n");
 }
 
 QString Pagina::PorReceitas()
@@ -252,7 +253,7 @@ QString Pagina::PorReceitas()
             return erro;
         PorReceita(r, src);
     }
-    Por("</main>\n<dialog id=\"cozinha\" aria-label=\"Cozinhar, um passo de cada vez\">\n"
+    Por("<div id=\"receitas\"></div>\n</main>\n<dialog id=\"cozinha\" aria-label=\"Cozinhar, um passo de cada vez\">\n"
         "<div class=\"barra\"><button type=\"button\" class=\"fechar\">Fechar</button>"
         "<span class=\"conta\" role=\"status\"></span></div>\n"
         "<progress value=\"0\" max=\"1\" aria-label=\"Quanto já foi feito\"></progress>\n<div class=\"cartao\"></div>\n"

@@ -5,6 +5,7 @@
 
 #include <QRegularExpression>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <optional>
@@ -16,6 +17,27 @@ using namespace Formatos;
 
 constexpr int kMaiorUnidade = 20;
 constexpr qsizetype kMaiorTexto = 2000; ///< no line of ingredients is longer; the rest is ingredient anyway
+
+/// A section's name as a template's argument: each section is looked up once.
+template <std::size_t N> struct Secao {
+    consteval Secao(const char (&nome)[N]) { std::copy_n(nome, N, texto); }
+    char texto[N] = {};
+};
+template <Secao secao> const QSet<QString> &Conjunto()
+{
+    static const QSet<QString> &conjunto = Palavras::Da().Conjunto(QString::fromLatin1(secao.texto));
+    return conjunto;
+}
+template <Secao secao> const QStringList &Frases()
+{
+    static const QStringList &frases = Palavras::Da().Frases(QString::fromLatin1(secao.texto));
+    return frases;
+}
+template <Secao secao> const QList<std::pair<QString, QString>> &Pares()
+{
+    static const QList<std::pair<QString, QString>> &pares = Palavras::Da().Pares(QString::fromLatin1(secao.texto));
+    return pares;
+}
 
 bool EAlgarismo(QChar c)
 {
@@ -134,7 +156,7 @@ std::optional<Numero> Leitor::LerNumero(qsizetype i) const
     if (const std::optional<Numero> fracao = Fracao(i))
         return fracao;
     if (!EAlgarismo(Em(i))) {
-        for (const auto &[palavra, valor] : Palavras::Da().Pares("numeros")) {
+        for (const auto &[palavra, valor] : Pares<"numeros">()) {
             qsizetype fim = Frase(i, palavra);
             if (fim < 0 || Em(fim) == u'-')
                 continue;
@@ -228,7 +250,7 @@ std::optional<Numero> Leitor::LerQuantidade(qsizetype i) const
 {
     QString antes;
     qsizetype inicio = i;
-    for (const QString &aproximado : Palavras::Da().Frases("aproximado"))
+    for (const QString &aproximado : Frases<"aproximado">())
         if (const qsizetype fim = Frase(i, aproximado); fim > 0) {
             antes = "± ";
             inicio = PularBrancos(fim);
@@ -294,7 +316,7 @@ private:
 std::optional<Unidade> LeitorDeUnidade::DeUmaLetra(qsizetype i) const
 {
     const QString letra = m_leitor.Texto().mid(i, 1);
-    if (!Palavras::Da().Conjunto("unidades-de-uma-letra").contains(letra) || m_leitor.Em(i + 1) != u' ' ||
+    if (!Conjunto<"unidades-de-uma-letra">().contains(letra) || m_leitor.Em(i + 1) != u' ' ||
         !m_leitor.Em(i + 2).isLower())
         return std::nullopt;
     return Unidade{letra, i + 1, false};
@@ -303,10 +325,10 @@ std::optional<Unidade> LeitorDeUnidade::DeUmaLetra(qsizetype i) const
 std::optional<Unidade> LeitorDeUnidade::Composta(qsizetype i) const
 {
     const auto unidade = [&](qsizetype fim) { return Unidade{m_leitor.Texto().sliced(i, fim - i), fim, false}; };
-    for (const QString &frase : Palavras::Da().Frases("unidades-compostas"))
+    for (const QString &frase : Frases<"unidades-compostas">())
         if (const qsizetype fim = m_leitor.Frase(i, frase); fim > 0)
             return unidade(fim);
-    for (const QString &frase : Palavras::Da().Frases("unidades-compostas-antes-de"))
+    for (const QString &frase : Frases<"unidades-compostas-antes-de">())
         if (const qsizetype fim = m_leitor.Frase(i, frase);
             fim > 0 && m_leitor.Frase(m_leitor.PularBrancos(fim), "de") > 0)
             return unidade(fim);
@@ -319,7 +341,7 @@ bool LeitorDeUnidade::EBebida(qsizetype i) const
     const qsizetype depois = m_leitor.PularBrancos(i);
     if (m_leitor.Fim(depois))
         return !m_noFim;
-    for (const QString &frase : Palavras::Da().Frases("bebidas"))
+    for (const QString &frase : Frases<"bebidas">())
         for (const QString &palavra : frase.startsWith("de ") || frase.startsWith("em ") ? QStringList{frase}
                                                                                          : frase.split(u' '))
             if (m_leitor.Frase(depois, palavra) > 0)
@@ -339,7 +361,7 @@ qsizetype LeitorDeUnidade::Tipo(qsizetype i) const
         if (const qsizetype de = m_leitor.Frase(inicio, "de"); de > 0)
             inicio = m_leitor.PularBrancos(de);
     }
-    for (const QString &tipo : Palavras::Da().Conjunto("tipos")) {
+    for (const QString &tipo : Conjunto<"tipos">()) {
         const qsizetype fim = m_leitor.Frase(inicio, tipo);
         if (fim < 0)
             continue;
@@ -349,7 +371,7 @@ qsizetype LeitorDeUnidade::Tipo(qsizetype i) const
         }
         if (m_leitor.Em(fim) == u'-')
             return -1;
-        return Palavras::Da().Conjunto("tipos-bebidas").contains(tipo) && EBebida(fim) ? -1 : fim;
+        return Conjunto<"tipos-bebidas">().contains(tipo) && EBebida(fim) ? -1 : fim;
     }
     return -1;
 }
@@ -359,7 +381,7 @@ bool LeitorDeUnidade::AntesDeErva(qsizetype i) const
     const qsizetype de = m_leitor.Frase(m_leitor.PularBrancos(i), "de ");
     if (de < 0)
         return false;
-    return Palavras::Da().Conjunto("ervas").contains(m_leitor.Palavra(m_leitor.PularBrancos(de)));
+    return Conjunto<"ervas">().contains(m_leitor.Palavra(m_leitor.PularBrancos(de)));
 }
 
 /// The end of an adjective at i ("bem cheia"); -1 when there is none.
@@ -368,10 +390,10 @@ qsizetype LeitorDeUnidade::Adjetivo(qsizetype i) const
     qsizetype inicio = m_leitor.PularBrancos(i);
     if (inicio == i)
         return -1;
-    if (const QString palavra = m_leitor.SoLetras(inicio); Palavras::Da().Conjunto("adverbios").contains(palavra))
+    if (const QString palavra = m_leitor.SoLetras(inicio); Conjunto<"adverbios">().contains(palavra))
         inicio = m_leitor.PularBrancos(inicio + palavra.size());
     const QString palavra = m_leitor.SoLetras(inicio);
-    return Palavras::Da().Conjunto("adjetivos").contains(palavra) ? inicio + palavra.size() : -1;
+    return Conjunto<"adjetivos">().contains(palavra) ? inicio + palavra.size() : -1;
 }
 
 qsizetype LeitorDeUnidade::Meia(qsizetype i) const
@@ -394,13 +416,13 @@ std::optional<Unidade> LeitorDeUnidade::Ler(qsizetype i) const
         QString palavra = m_leitor.Palavra(i);
         if (palavra.isEmpty())
             return std::nullopt;
-        const bool soComTipo = palavras.Conjunto("so-com-tipo").contains(palavra);
+        const bool soComTipo = Conjunto<"so-com-tipo">().contains(palavra);
         if (!soComTipo && !palavras.EUnidade(palavra))
             return std::nullopt;
         qsizetype fim = i + palavra.size();
         if (m_leitor.Em(fim) == u'-' || EAlgarismo(m_leitor.Em(fim)))
             return std::nullopt;
-        if (palavras.Conjunto("so-com-ervas").contains(palavra) && !AntesDeErva(fim))
+        if (Conjunto<"so-com-ervas">().contains(palavra) && !AntesDeErva(fim))
             return std::nullopt;
         const bool comPonto = m_leitor.Em(fim) == u'.';
         if (comPonto)
@@ -416,10 +438,10 @@ std::optional<Unidade> LeitorDeUnidade::Ler(qsizetype i) const
                 fim = outra + segunda.size();
             }
         }
-        if (palavras.Conjunto("unidades-minusculas").contains(palavra))
+        if (Conjunto<"unidades-minusculas">().contains(palavra))
             texto = texto.toLower();
         unidade = Unidade{texto, fim, false};
-        if (palavras.Conjunto("com-tipo").contains(palavra) || soComTipo) {
+        if (Conjunto<"com-tipo">().contains(palavra) || soComTipo) {
             qsizetype antes = fim;
             if (const qsizetype meia = Meia(fim); meia > 0 && Tipo(meia) > 0) {
                 unidade->meia = true;
@@ -502,7 +524,6 @@ QString SomarMeia(const QString &quantidade)
 std::optional<Linha> ComQuantidadeNaFrente(const QString &texto)
 {
     const Leitor leitor(texto);
-    const Palavras &palavras = Palavras::Da();
     QString quantidade;
     qsizetype i = 0;
     bool soAntesDeUnidade = false;
@@ -517,9 +538,9 @@ std::optional<Linha> ComQuantidadeNaFrente(const QString &texto)
         precisaDeBranco = leitor.Em(i).isLetter(); // "200g" needs a unit, "7up" is a name
     } else {
         const QString palavra = leitor.SoLetras(0);
-        if (palavras.Conjunto("vagos").contains(palavra))
+        if (Conjunto<"vagos">().contains(palavra))
             quantidade = texto.first(palavra.size());
-        else if (palavras.Conjunto("artigos").contains(palavra))
+        else if (Conjunto<"artigos">().contains(palavra))
             quantidade = "1";
         else
             return std::nullopt;
@@ -584,7 +605,7 @@ std::optional<Linha> ComQuantidadeLivreNaFrente(const QString &texto)
     qsizetype inicio = 0;
     if (leitor.Frase(0, "1 ") > 0)
         inicio = leitor.PularBrancos(1);
-    for (const auto &[palavras, quantidade] : Palavras::Da().Pares("livres")) {
+    for (const auto &[palavras, quantidade] : Pares<"livres">()) {
         const qsizetype fim = leitor.Frase(inicio, palavras);
         if (fim < 0)
             continue;
@@ -630,7 +651,7 @@ std::optional<Linha> ComQuantidadeLivreNoFim(const QString &texto)
     }
     alvo = alvo.trimmed();
     const QString dobrado = DobrarNoLugar(alvo);
-    for (const auto &[palavras, quantidade] : Palavras::Da().Pares("livres")) {
+    for (const auto &[palavras, quantidade] : Pares<"livres">()) {
         if (!dobrado.endsWith(palavras))
             continue;
         const qsizetype inicio = dobrado.size() - palavras.size();
@@ -742,6 +763,8 @@ QString Formatos::TituloDaLinha(const QString &texto)
 {
     static const QRegularExpression cerquilhas(R"(^#+\s*(.*?)\s*#*$)");
     static const QRegularExpression colchetes(R"(^\[([^\[\]]+)\]$)");
+    if (!texto.startsWith(u'#') && !texto.startsWith(u'['))
+        return texto;
     QString titulo;
     if (const auto m = cerquilhas.match(texto); m.hasMatch())
         titulo = m.captured(1).trimmed();
@@ -784,7 +807,7 @@ QString Formatos::QuantidadeDada(const QString &texto)
     if (numero && !numero->palavra && leitor.Fim(leitor.PularBrancos(numero->fim)))
         return numero->texto;
     const QString dobrado = Dobrar(limpo);
-    for (const auto &[palavras, quantidade] : Palavras::Da().Pares("livres"))
+    for (const auto &[palavras, quantidade] : Pares<"livres">())
         if (dobrado == palavras)
             return quantidade;
     return FracoesPorExtenso(limpo);
@@ -829,7 +852,7 @@ double Formatos::PrimeiroNumero(const QString &quantidade)
 bool Formatos::EQuantidadeLivre(const QString &quantidade)
 {
     const QString dobrada = Dobrar(quantidade);
-    for (const auto &[palavras, valor] : Palavras::Da().Pares("livres"))
+    for (const auto &[palavras, valor] : Pares<"livres">())
         if (dobrada == palavras)
             return true;
     return false;

@@ -346,7 +346,9 @@ QList<Receita> Formatos::LerMhtml(const Entrada &entrada, Relato &relato)
         if (inicio < 0 || corpo.mid(i + (corpo[i] == '\n' ? 1 : 0) + fronteira.size(), 2) == "--")
             break;
         const qsizetype fim = corpo.indexOf("\n" + fronteira, inicio);
-        const Parte parte = SepararParte(corpo.mid(inicio + 1, (fim < 0 ? corpo.size() : fim) - inicio - 1));
+        // Two boundaries in a row have nothing between them.
+        const qsizetype tamanho = std::max<qsizetype>((fim < 0 ? corpo.size() : fim) - inicio - 1, 0);
+        const Parte parte = SepararParte(corpo.mid(inicio + 1, tamanho));
         const QByteArray tipo = parte.cabecalhos.value("content-type").toLower();
         if (tipo.startsWith("text/html") && pagina.isEmpty()) {
             pagina = Decodificar(parte);

@@ -45,6 +45,8 @@ Palavras::Palavras()
         for (const QString &palavra : linha.split(u' ', Qt::SkipEmptyParts))
             m_conjuntos[secao].insert(secao == "unidades-de-uma-letra" ? palavra : Dobrar(palavra));
     }
+    m_inglesas = Conjunto("unidades-inglesas") | Conjunto("unidades-inglesas-abreviadas");
+    m_unidades = Conjunto("unidades") | Conjunto("unidades-abreviadas") | m_inglesas;
     const auto maior = [](const QString &a, const QString &b) { return a.size() > b.size(); };
     for (QStringList &frases : m_frases)
         std::stable_sort(frases.begin(), frases.end(), maior);
@@ -77,13 +79,12 @@ const QList<std::pair<QString, QString>> &Palavras::Pares(const QString &secao) 
 bool Palavras::EUnidadeInglesa(const QString &dobrada) const
 {
     const QString semPonto = dobrada.endsWith(u'.') ? dobrada.chopped(1) : dobrada;
-    return Conjunto("unidades-inglesas").contains(semPonto) || Conjunto("unidades-inglesas-abreviadas").contains(semPonto);
+    return m_inglesas.contains(semPonto);
 }
 
 bool Palavras::EUnidade(const QString &dobrada) const
 {
     const QString semPonto = dobrada.endsWith(u'.') ? dobrada.chopped(1) : dobrada;
-    return Conjunto("unidades").contains(semPonto) || Conjunto("unidades-abreviadas").contains(semPonto) ||
-           EUnidadeInglesa(semPonto);
+    return m_unidades.contains(semPonto);
 }
 } // namespace Formatos

@@ -36,6 +36,7 @@ private:
     QHash<QString, QSet<QString>> m_conjuntos;
     QHash<QString, QStringList> m_frases;
     QList<std::pair<QString, QString>> m_plurais;
+    QSet<QString> m_unidades, m_inglesas;
     QHash<QString, QList<std::pair<QString, QString>>> m_pares;
 };
 } // namespace Formatos

@@ -537,7 +537,8 @@ QByteArray LeitorSchema::LerFigura(const QJsonObject &objeto, const DadosDaPagin
                     return bytes;
             }
     }
-    if (!m_pagina)
+    // What lies beside a file of many recipes belongs to none of them.
+    if (!m_pagina && m_receitas.size() == 1)
         for (const char *lugar : {"full.jpg", "full.png", "full.webp", "image.jpg", "image.jpeg", "image.png", "image.gif",
                                   "image.webp", "images/original.jpg", "images/original.png", "images/original.webp"})
             if (tentar(m_entrada.AoLado(lugar)))

@@ -124,11 +124,11 @@ function prepararLista() {
     vistos.forEach(function (v) {
       if (!v.isIntersecting) return;
       olho.unobserve(v.target);
-      var grande = pedir('figura-' + v.target.dataset.r);
+      var n = pedir('n' + v.target.dataset.r), grande = n && /<img [^>]*?src="([^"]*)"/.exec(n.textContent);
       if (grande) {
         var foto = novo('img', undefined, 'foto');
         foto.alt = '';
-        foto.src = grande.getAttribute('src');
+        foto.src = grande[1];
         v.target.firstElementChild.insertBefore(foto, v.target.firstElementChild.firstChild);
       }
     });
@@ -480,8 +480,18 @@ function copiarAMao(t) {
 
 /* ---- where we are ---- */
 var rolagem = 0;
+/* Where scripts run a recipe is text until it is opened: thousands of them cost nothing. */
+function artigoDe(id) {
+  var pronto = pedir(id), n = pedir('n' + id.slice(1));
+  if (pronto || !n) return pronto;
+  var molde = D.createElement('template');
+  molde.innerHTML = n.textContent;
+  return pedir('receitas').appendChild(molde.content.firstElementChild);
+}
 function ir() {
-  var onde = decodeURIComponent(location.hash.slice(1)), artigo = /^r\d+$/.test(onde) ? pedir(onde) : null;
+  var onde = '';
+  try { onde = decodeURIComponent(location.hash.slice(1)); } catch (e) { /* no name of ours */ }
+  var artigo = /^r\d+$/.test(onde) ? artigoDe(onde) : null;
   if (aberta) aberta.classList.remove('aberta');
   else if (!pedir('compras').hidden || !raiz.classList.contains('vendo')) rolagem = rolagem || window.scrollY;
   aberta = artigo;
@@ -510,5 +520,6 @@ prepararLista();
 pedir('ferramentas').hidden = false;
 if (memoria.compras.length) contarCompras();
 window.addEventListener('hashchange', ir);
+(window.requestIdleCallback || setTimeout)(montarIndice);
 if (location.hash && location.hash !== '#lista') ir();
 })();

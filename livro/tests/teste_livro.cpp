@@ -233,7 +233,8 @@ void TesteLivro::Abre()
 
 void TesteLivro::NadaMudaNoLivro()
 {
-    const QStringList arquivos = QDir(Em("livro")).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+    QStringList arquivos = QDir(Em("livro")).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+    arquivos.sort();
     QCOMPARE(arquivos, QStringList({"Fotos", "dadosr.lst"}));
 }
 

@@ -30,7 +30,7 @@ public:
         // "<![CDATA[" and "//<![CDATA[" stand before the value.
         for (const QStringView abertura : {QStringView(u"<![CDATA["), QStringView(u"/*"), QStringView(u"<!--")})
             if (const qsizetype achado = m_texto.first(std::min<qsizetype>(m_texto.size(), 200)).indexOf(abertura);
-                achado >= 0 && achado < i + 10)
+                achado >= 0 && achado < i)
                 i = ProximaAbertura(achado + abertura.size());
         for (; i < m_texto.size(); ++i) {
             const QChar c = m_texto[i];

@@ -11,7 +11,8 @@ namespace
 struct Definicao {
     const char *nome;
     const char *dica;
-    int esquerda; ///< pixels
+    const char *efeito; ///< for those who listen
+    int esquerda;       ///< pixels
     int topo;
     int lado; ///< of the image
 };
@@ -22,17 +23,20 @@ constexpr int kTopo = 7;
 
 // One tip counts on the news being the seventh.
 constexpr Definicao kBotoes[] = {
-    {"imgDetRcta", "Nova Receita", 10, kTopo, kLado},
-    {"imgLstRcta", "Lista de Receitas", 66, kTopo, kLado},
-    {"imgPesRcta", "Pesquisa de Receitas", 122, kTopo, kLado},
-    {"imgImpressao", "Imprimir Receitas", 178, kTopo, kLado},
-    {"imgEmail", "Enviar a Receita por Email", 234, kTopo, kLado},
-    {"imgTransmit", "Enviar Pacote de Receitas por Email", 290, kTopo, kLado},
-    {"imgInternet", "Novidades na Internet", 346, kTopo, kLado},
-    {"imgBackup", "Fazer Cópia de Segurança", 402, kTopo, kLado},
-    {"imgRestore", "Restaurar Cópia de Segurança", 458, kTopo, kLado},
-    {"imgMinimize", "Minimizar", 546, kTopo, kLadoPequeno},
-    {"imgSaida", "Sair", 582, kTopo, kLadoPequeno},
+    {"imgDetRcta", "Nova Receita", "Abre uma ficha em branco", 10, kTopo, kLado},
+    {"imgLstRcta", "Lista de Receitas", "Mostra todas as receitas", 66, kTopo, kLado},
+    {"imgPesRcta", "Pesquisa de Receitas", "Abre a pesquisa, abaixo da lista", 122, kTopo, kLado},
+    {"imgImpressao", "Imprimir Receitas", "Imprime a receita aberta ou as marcadas na lista", 178, kTopo,
+     kLado},
+    {"imgEmail", "Enviar a Receita por Email", "Abre o programa de email com a receita que está aberta", 234,
+     kTopo, kLado},
+    {"imgTransmit", "Enviar Pacote de Receitas por Email",
+     "Abre o programa de email com as receitas marcadas na lista", 290, kTopo, kLado},
+    {"imgInternet", "Novidades na Internet", "Mostra a página do fabricante", 346, kTopo, kLado},
+    {"imgBackup", "Fazer Cópia de Segurança", "Guarda o livro inteiro num arquivo", 402, kTopo, kLado},
+    {"imgRestore", "Restaurar Cópia de Segurança", "Traz o livro de volta de um arquivo", 458, kTopo, kLado},
+    {"imgMinimize", "Minimizar", "Guarda a janela na barra do sistema", 546, kTopo, kLadoPequeno},
+    {"imgSaida", "Sair", "Encerra o programa, sem perguntar", 582, kTopo, kLadoPequeno},
 };
 } // namespace
 
@@ -56,6 +60,7 @@ Barra::Barra(int altura, QWidget *janela)
         QLabel *aceso = espelho(nome, "Over", definicao.lado);
         m_acesosPorDesenhar += aceso;
         auto *botao = new BotaoImagem(nome, definicao.dica, normal, aceso, this);
+        botao->setAccessibleDescription(definicao.efeito);
         botao->move(definicao.esquerda, definicao.topo);
         connect(botao, &BotaoImagem::apontado, this, [this, botao] { Atualizar(botao); });
         // Whatever lies beside a button, the mouse that is no longer on it leaves it in its normal look.

@@ -1,7 +1,9 @@
 #include "app/MensagemNaJanela.h"
 
+#include "base/Acessivel.h"
 #include "base/Fontes.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QEvent>
 #include <QLabel>
@@ -14,6 +16,7 @@ MensagemNaJanela::MensagemNaJanela(QWidget *janela)
     , m_lblMensagem(new QLabel("Efetuando Backup do Sistema", this))
     , m_prgrssBrMsg(new QProgressBar(this))
 {
+    setProperty("papelAcessivel", static_cast<int>(QAccessible::AlertMessage));
     setObjectName("picMsg");
     setAttribute(Qt::WA_StyledBackground);
     setAccessibleName("Operação em andamento");
@@ -41,6 +44,8 @@ void MensagemNaJanela::Mostrar(const QString &texto, int maximo)
     if (!m_emOperacao)
         qApp->installEventFilter(this);
     m_emOperacao = true;
+    setAccessibleName(texto); // what is read out when it appears
+    Acessivel::Anunciar(*this);
 }
 
 void MensagemNaJanela::DefinirMaximo(int maximo)

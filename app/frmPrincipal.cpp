@@ -7,6 +7,7 @@
 #include "app/ReceitaParaEmail.h"
 #include "app/TelasDaJanela.h"
 #include "backup/modBackup.h"
+#include "base/Acessivel.h"
 #include "base/Alcance.h"
 #include "base/BotaoImagem.h"
 #include "base/Comando.h"
@@ -27,6 +28,7 @@
 #include "print/Impressao.h"
 #include "store/Banco.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QHBoxLayout>
 #include <QIcon>
@@ -70,6 +72,8 @@ frmPrincipal::frmPrincipal(const Banco &banco, const Figuras &figuras, const Por
           [] { return !Operacao::EmAndamentoAlemDe(Operacao::Tipo::Visita); }))
     , m_clienteWeb(std::move(clienteWeb))
 {
+    setProperty("papelAcessivel", static_cast<int>(QAccessible::Window));
+    Acessivel::Instalar();
     setObjectName("frmPrincipal");
     setWindowTitle("Cozinhario 2005");
     setWindowFlags(Qt::Window | Qt::FramelessWindowHint);
@@ -106,6 +110,7 @@ void frmPrincipal::Completar()
     CriarOperacoes();
     LigarPaineis();
     Vigiar();
+    Acessivel::Nomear(*this);
     ConcluirRestauracao(); // before anything reads the book
     m_montagem = Montagem::Completa;
     m_partida.reset();
@@ -124,7 +129,7 @@ void frmPrincipal::CriarTitulo()
     m_lblFechar = new QPushButton("&Voltar", m_picTitulo);
     m_lblFechar->setObjectName("lblFechar");
     m_lblFechar->setToolTip("Voltar");
-    m_lblFechar->setAccessibleName("Voltar");
+    m_lblFechar->setAccessibleDescription("Fecha esta tela e mostra a anterior");
     m_lblFechar->setCursor(Qt::PointingHandCursor);
     auto *linha = new QHBoxLayout(m_picTitulo);
     linha->setContentsMargins(6, 2, 4, 2);

@@ -1,9 +1,12 @@
 #include "base/Painel.h"
 
+#include "base/Acessivel.h"
 #include "base/EventosPendentes.h"
+#include "base/Alcance.h"
 #include "base/Operacao.h"
 #include "base/Twips.h"
 
+#include <QAccessible>
 #include <QDeadlineTimer>
 #include <QElapsedTimer>
 #include <QPainter>
@@ -12,6 +15,7 @@
 #include <QThread>
 
 #include <algorithm>
+#include <utility>
 
 namespace
 {
@@ -27,8 +31,28 @@ void Redimensionar(QWidget *painel, int twips)
 Painel::Painel(const QString &nome, QWidget *parent)
     : QWidget(parent)
 {
+    Acessivel::Instalar();
     setObjectName(nome);
     setAttribute(Qt::WA_StyledBackground);
+}
+
+// Whoever listens to the window is told when a panel comes to lie under another one or is uncovered.
+bool Painel::event(QEvent *event)
+{
+    const bool mudou = event->type() == QEvent::Show || event->type() == QEvent::Hide ||
+                       event->type() == QEvent::ZOrderChange || event->type() == QEvent::Resize;
+    const bool tratado = QWidget::event(event);
+    if (mudou && QAccessible::isActive() && parentWidget()) {
+        for (Painel *painel : parentWidget()->findChildren<Painel *>(Qt::FindDirectChildrenOnly)) {
+            if (std::exchange(painel->m_encoberto, Alcance::Encoberto(*painel)) == painel->m_encoberto ||
+                painel->isHidden())
+                continue;
+            QAccessibleEvent aviso(painel,
+                                   painel->m_encoberto ? QAccessible::ObjectHide : QAccessible::ObjectShow);
+            QAccessible::updateAccessibility(&aviso);
+        }
+    }
+    return tratado;
 }
 
 void Painel::DefinirRitmo(int milissegundos)

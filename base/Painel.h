@@ -38,10 +38,12 @@ public:
     static void DefinirRitmo(int milissegundos);
 
 protected:
+    bool event(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:
     int m_altura = 0;
     int m_alvo = 0;    ///< height that a roll goes to; 0: none under way
+    bool m_encoberto = false;
     int m_rolagem = 0; ///< counts the times the height was set from outside a roll, to notice a newer wish
 };

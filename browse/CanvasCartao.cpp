@@ -1,6 +1,7 @@
 #include "browse/CanvasCartao.h"
 
 #include "base/Twips.h"
+#include "browse/CanvasAcessivel.h"
 
 #include <QPaintEvent>
 #include <QPainter>
@@ -8,6 +9,14 @@
 CanvasCartao::CanvasCartao(QWidget *parent)
     : QWidget(parent)
 {
+    static const bool instalada = [] {
+        QAccessible::installFactory([](const QString &classe, QObject *objeto) -> QAccessibleInterface * {
+            return classe == u"CanvasCartao" ? new CanvasAcessivel(static_cast<CanvasCartao *>(objeto))
+                                             : nullptr;
+        });
+        return true;
+    }();
+    Q_UNUSED(instalada);
     setObjectName("picViewDados");
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
@@ -16,6 +25,11 @@ CanvasCartao::CanvasCartao(QWidget *parent)
 void CanvasCartao::DefinirDesenho(ListaDesenho desenho)
 {
     m_desenho = std::move(desenho);
+    m_linhas = m_desenho.Linhas();
+    QStringList textos;
+    for (const ListaDesenho::Linha &linha : m_linhas)
+        textos += linha.texto;
+    m_texto = textos.join(u'\n');
     update();
 }
 

@@ -27,6 +27,9 @@ public:
     /// A line in the middle of the list, as long as it is empty.
     void DefinirDica(const QString &dica);
 
+    /// Asks for the current row's menu, as its key does.
+    void PedirMenuPeloTeclado();
+
     /// Type-ahead: goes to the next recipe whose name begins with what was typed.
     void keyboardSearch(const QString &search) override;
 
@@ -49,7 +52,6 @@ protected:
 
 private:
     bool ComecarSelecao(const QKeyEvent &tecla);
-    void PedirMenuPeloTeclado();
     void MostrarTextoInteiro(class QHelpEvent *event);
 
     ModeloLista &m_modelo;

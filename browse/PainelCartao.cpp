@@ -80,6 +80,12 @@ PainelCartao::PainelCartao(const Banco &banco, Avisos &avisos, Telas &telas, Det
     setTabOrder(m_vScrlPic, m_picViewDados);
     setTabOrder(m_picViewDados, m_cmdAlterarReceita);
 
+    connect(m_picViewDados, &CanvasCartao::lugarPedido, this, [this](int y) {
+        const int twips = y * kTwipsPorPixel;
+        const int visivel = TwipsParaPixels(m_picDetReceita.Altura() - kMoldura) * kTwipsPorPixel;
+        if (twips < m_vScrlPic->value() || twips + kLinhaDaRoda > m_vScrlPic->value() + visivel)
+            m_vScrlPic->setValue(twips);
+    });
     connect(m_vScrlPic, &QScrollBar::valueChanged, this, &PainelCartao::MoverCanvas);
     connect(m_cmdAlterarReceita, &QPushButton::clicked, this,
             Comando(m_avisos, m_cmdAlterarReceita, [this] { cmdAlterarReceita_Click(); }));
@@ -157,7 +163,6 @@ void PainelCartao::Desenhar(const Cartao &cartao)
     m_picViewDados->resize(largura, TwipsParaPixels(m_alturaCanvas));
     m_picViewDados->DefinirDesenho(std::move(desenho));
     m_picViewDados->setAccessibleName("Receita " + cartao.nome);
-    m_picViewDados->setAccessibleDescription(cartao.Texto());
 
     // As wide as leaves it flush with the rules' right end.
     const int direita = static_cast<int>(

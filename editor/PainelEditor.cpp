@@ -1,5 +1,6 @@
 #include "editor/PainelEditor.h"
 
+#include "base/Acessivel.h"
 #include "base/Avisos.h"
 #include "base/Comando.h"
 #include "base/Fontes.h"
@@ -83,6 +84,7 @@ PainelEditor::PainelEditor(const Banco &banco, const Figuras &figuras, Avisos &a
     Preencher({});
     m_fraFigura->Limpar();
     DefinirLugar(0, 0, kLargura, kAltura);
+    Acessivel::Nomear(*this);
 }
 
 PainelEditor::~PainelEditor()
@@ -93,8 +95,10 @@ PainelEditor::~PainelEditor()
 void PainelEditor::Montar()
 {
     m_txtNroReceita->setObjectName("txtNroReceita");
+    m_txtNroReceita->setAccessibleName("Número da receita");
     m_txtNroReceita->hide();
     m_txtTipoRect->setObjectName("txtTipoRect");
+    m_txtTipoRect->setAccessibleName("Tipo do pacote");
     m_txtTipoRect->setReadOnly(true);
     m_txtTipoRect->hide();
     m_txtOrigem->setObjectName("txtOrigem");

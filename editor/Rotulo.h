@@ -27,9 +27,8 @@ inline QLabel *NovoRotulo(const QString &texto, QWidget *campo = nullptr)
     return rotulo;
 }
 
-/// The tooltip that names a control is also what a screen reader says.
+/// The tooltip is what a screen reader tells after the control's name, which is its label (Acessivel::Nomear).
 inline void Descrever(QWidget &controle, const QString &dica)
 {
     controle.setToolTip(dica);
-    controle.setAccessibleName(dica);
 }

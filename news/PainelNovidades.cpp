@@ -6,7 +6,6 @@
 
 #include "base/Avisos.h"
 #include "base/EventosPendentes.h"
-#include "base/Operacao.h"
 #include "base/Protegido.h"
 #include "base/Telas.h"
 #include "base/Twips.h"
@@ -105,9 +104,11 @@ void PainelNovidades::imgInternet_Click()
         m_TimerWeb->stop();
         m_TimerWeb->setProperty("tag", QString());
     }
-    if (Operacao::EmAndamento(Operacao::Tipo::Visita)) {
+    if (m_ocupado) {
         // A visit is under way and will end with its page here; it only has to be seen. One that was
         // abandoned meanwhile is followed by another.
+        if (!m_vista)
+            m_vista.emplace(Operacao::Tipo::Visita);
         m_outraVez = m_novidades->Abandonada();
         m_novidades->PegarAmpulheta();
         if (isHidden())
@@ -115,11 +116,15 @@ void PainelNovidades::imgInternet_Click()
         return;
     }
     const QPointer<PainelNovidades> vivo(this);
-    const Operacao visita(Operacao::Tipo::Visita);
+    m_ocupado = true;
     do {
         m_outraVez = false;
         Visitar();
     } while (vivo && m_outraVez && !Encerrando());
+    if (vivo) {
+        m_ocupado = false;
+        m_vista.reset();
+    }
 }
 
 /// One visit from beginning to end. This object may be gone when it returns.
@@ -128,6 +133,8 @@ void PainelNovidades::Visitar()
     const QPointer<PainelNovidades> vivo(this);
     const std::shared_ptr<Novidades> novidades = m_novidades;
     if (PedidoDoUsuario()) {
+        if (!m_vista)
+            m_vista.emplace(Operacao::Tipo::Visita);
         if (!AbrirPainel())
             return;
         m_outraVez = false; // asked again while it rolled: this is the visit
@@ -168,6 +175,7 @@ bool PainelNovidades::AbrirSemPedido()
         return true;
     if (m_paineis.UsuarioComecou() || !m_paineis.Livre())
         return false;
+    m_vista.emplace(Operacao::Tipo::Visita);
     m_paineis.AoComecar([vivo = QPointer<PainelNovidades>(this)] {
         if (vivo)
             vivo->Ceder();
@@ -178,7 +186,7 @@ bool PainelNovidades::AbrirSemPedido()
 /// The user begins to work while a page that she did not ask for is still on its way: her view comes back.
 void PainelNovidades::Ceder()
 {
-    if (!Operacao::EmAndamento(Operacao::Tipo::Visita) || PedidoDoUsuario() || isHidden())
+    if (!m_ocupado || PedidoDoUsuario() || isHidden())
         return;
     Esconder();
     m_paineis.Restaurar();

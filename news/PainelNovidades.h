@@ -1,10 +1,12 @@
 #pragma once
 
+#include "base/Operacao.h"
 #include "base/Painel.h"
 
 #include <QTimer>
 
 #include <memory>
+#include <optional>
 
 class Abridor;
 class Avisos;
@@ -73,5 +75,8 @@ private:
     VisorNovidades *m_WbBsr1;
     QTimer *m_TimerWeb;
     bool m_pelaTimer = false; ///< imgInternet_Click() is called by the timer
-    bool m_outraVez = false;  ///< the visit under way was abandoned and the user has asked again
+    bool m_ocupado = false;   ///< a visit is under way
+    /// The part of a visit that is seen is an operation; before, the program does whatever comes.
+    std::optional<Operacao> m_vista;
+    bool m_outraVez = false; ///< the visit under way was abandoned and the user has asked again
 };

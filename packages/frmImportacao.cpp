@@ -50,6 +50,7 @@ void frmImportacao::CriarControles()
     m_PrgrssBr->setObjectName("PrgrssBr");
     m_PrgrssBr->setAccessibleName("Andamento da importação");
     m_PrgrssBr->setToolTip("Andamento da importação");
+    m_PrgrssBr->setAccessibleDescription("Quantas receitas já entraram");
     m_PrgrssBr->setTextVisible(false); // like the main window's; a percentage would lie on the bar's end
     m_PrgrssBr->hide();
 

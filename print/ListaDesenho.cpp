@@ -43,6 +43,24 @@ QString ListaDesenho::Texto() const
     return texto;
 }
 
+std::vector<ListaDesenho::Linha> ListaDesenho::Linhas() const
+{
+    std::vector<Linha> linhas;
+    double y = 0;
+    for (const Item &item : m_itens) {
+        if (item.texto.isEmpty())
+            continue;
+        if (!linhas.empty() && qAbs(item.lugar.top() - y) < 0.01) {
+            linhas.back().texto += u' ' + item.texto;
+            linhas.back().lugar |= item.lugar;
+        } else {
+            linhas.push_back({item.texto, item.lugar});
+            y = item.lugar.top();
+        }
+    }
+    return linhas;
+}
+
 void ListaDesenho::Pintar(QPainter &painter, const QRectF &visivelMm, double pixelsPorMm) const
 {
     for (const Item &item : m_itens) {

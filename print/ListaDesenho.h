@@ -33,6 +33,14 @@ public:
     /// The text runs in the order they were drawn, one per line of the result: what a screen reader is told.
     QString Texto() const;
 
+    /// What is written on one line, and where (mm).
+    struct Linha {
+        QString texto;
+        QRectF lugar;
+    };
+    /// The text runs as lines, in the order they were drawn: neighbours of one height are one line.
+    std::vector<Linha> Linhas() const;
+
     /**
      * Paints what touches the visible part.
      *

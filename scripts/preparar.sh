@@ -14,7 +14,7 @@ PACOTES_TESTE=(
     cups-daemon cups-client poppler-utils
     shared-mime-info desktop-file-utils libglib2.0-bin xdg-utils
     dbus locales
-    appstream binutils
+    appstream binutils at-spi2-core gir1.2-atspi-2.0 python3-gi
 )
 PACOTES_PACOTE=(dpkg-dev file xz-utils lintian desktop-file-utils appstream python3 binutils)
 

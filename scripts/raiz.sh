@@ -19,6 +19,7 @@ criar_raiz() {
         mkdir -p "$(dirname "$RAIZ_EMBALADA")"
         local nova
         nova=$(mktemp -d)
+        chmod 755 "$nova"
         debootstrap --variant=minbase --include=ca-certificates bookworm "$nova" "$(_espelho)" >/dev/null
         # What this machine must say to reach its packages (a proxy, certificates) the root says too.
         apt-config dump Acquire | grep -v '""' >"$nova/etc/apt/apt.conf.d/99como-aqui" || true

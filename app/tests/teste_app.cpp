@@ -15,8 +15,10 @@
 #include "store/Comandos.h"
 
 #include <QAbstractItemView>
+#include <QAccessible>
 #include <QAction>
 #include <QApplication>
+#include <QComboBox>
 #include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
@@ -94,6 +96,59 @@ private slots:
         QCOMPARE(Titulo(), QString(" Receitas Cadastradas"));
         QVERIFY(QFile::exists(p->pasta.filePath("dadosr.lst")));
         QVERIFY(p->avisos.mostrados.isEmpty());
+    }
+
+    void quemOuveSabeOQueEstaNaTela()
+    {
+        Abrir();
+        const auto acessivel = [this](const char *nome) {
+            return QAccessible::queryAccessibleInterface(C(nome));
+        };
+        QCOMPARE(QAccessible::queryAccessibleInterface(&p->janela)->role(), QAccessible::Window);
+        QVERIFY(!acessivel("picLstReceitas")->state().invisible);
+
+        // The form covers the list, which is not showing then, and nothing in it is found.
+        Clique("imgDetRcta");
+        QTRY_COMPARE(C<Painel>("picDetReceita")->Altura(), 6540);
+        QVERIFY(acessivel("picLstReceitas")->state().invisible);
+        QCOMPARE(acessivel("picLstReceitas")->childCount(), 0);
+        QVERIFY(!acessivel("picDetReceita")->state().invisible);
+        QVERIFY(acessivel("picDetReceita")->childCount() > 0);
+        Clique("lblFechar");
+        QVERIFY(!acessivel("picLstReceitas")->state().invisible);
+
+        // What an operation says is read out when it appears.
+        auto *picMsg = C<MensagemNaJanela>("picMsg");
+        QCOMPARE(acessivel("picMsg")->role(), QAccessible::AlertMessage);
+        picMsg->Mostrar("Realizando Backup do Sistema...", 10);
+        QCOMPARE(acessivel("picMsg")->text(QAccessible::Name), "Realizando Backup do Sistema...");
+        QVERIFY(!acessivel("picMsg")->state().invisible);
+        picMsg->DefinirValor(4);
+        QCOMPARE(acessivel("PrgrssBrMsg")->valueInterface()->currentValue(), 4);
+        picMsg->Esconder();
+    }
+
+    /// A button is called by the words on it, a field by its label, and nothing is told twice.
+    void osNomesSaoOsQueSeVeem()
+    {
+        QCOMPARE(C("cmdSalvarIngredientes")->accessibleName(), "Salvar Dados");
+        QCOMPARE(C("cmdSalvarRct")->accessibleName(), "Salvar Receita");
+        QCOMPARE(C("cmdAlterarReceita")->accessibleName(), "Alterar Receita");
+        QCOMPARE(C("lblFechar")->accessibleName(), "Voltar");
+        QCOMPARE(C("txtNome")->accessibleName(), "Nome");
+        QCOMPARE(C("txtModo")->accessibleName(), "Modo de Preparar");
+        for (const char *nome : {"cmbTipo", "cmbMedida", "cmbIngrediente", "cmbPesTipo"}) {
+            const auto *combo = p->janela.findChild<QComboBox *>(nome);
+            if (combo && combo->lineEdit())
+                QCOMPARE(combo->lineEdit()->accessibleName(), combo->accessibleName());
+        }
+        for (QWidget *controle : p->janela.findChildren<QWidget *>()) {
+            if (controle->focusPolicy() == Qt::NoFocus)
+                continue;
+            const QAccessibleInterface *dito = QAccessible::queryAccessibleInterface(controle);
+            const QString nome = dito->text(QAccessible::Name);
+            QVERIFY2(nome.isEmpty() || nome != dito->text(QAccessible::Description), qPrintable(nome));
+        }
     }
 
     void aJanelaSePintaAntesDeFazerOsPaineis()

@@ -145,15 +145,40 @@ private slots:
         QCOMPARE(FiltrarTecla(virgula, true), quint16(0));
     }
 
+    void separadoresDaLocalidade_data()
+    {
+        QTest::addColumn<QChar>("decimal");
+        QTest::addColumn<QChar>("milhar");
+        QTest::newRow("pt_BR") << QChar(u',') << QChar(u'.');
+        // Portugal groups only from five digits on, by a blank; the separator is the same question.
+        QTest::newRow("pt_PT") << QChar(u',') << QChar(0x00A0);
+        QTest::newRow("en_US") << QChar(u'.') << QChar(u',');
+        QTest::newRow("C") << QChar(u'.') << QChar(u',');
+        QTest::newRow("de_DE") << QChar(u',') << QChar(u'.');
+        QTest::newRow("tr_TR") << QChar(u',') << QChar(u'.');
+    }
+
+    /// What the cook types and reads goes by her system: the separators, the filter's and the number's form.
     void separadoresDaLocalidade()
     {
-        const Separadores brasil = Separadores::De(QLocale(QLocale::Portuguese, QLocale::Brazil));
-        QCOMPARE(brasil.decimal, QChar(u','));
-        QCOMPARE(brasil.milhar, QChar(u'.'));
-        // Portugal groups only from five digits on; the separator is the same question.
-        const Separadores ingles = Separadores::De(QLocale("en_US"));
-        QCOMPARE(ingles.decimal, QChar(u'.'));
-        QCOMPARE(ingles.milhar, QChar(u','));
+        QFETCH(QChar, decimal);
+        QFETCH(QChar, milhar);
+        const Separadores separadores = Separadores::De(QLocale(QTest::currentDataTag()));
+        QCOMPARE(separadores.decimal, decimal);
+        QCOMPARE(separadores.milhar, milhar);
+
+        Separadores::Definir(separadores);
+        for (const char16_t letra : {u',', u'.'}) {
+            quint16 tecla = letra;
+            QCOMPARE(FiltrarTecla(tecla, true), letra == decimal ? quint16(letra) : quint16(0));
+        }
+        const QString umEMeio = u'1' + QString(decimal) + u'5';
+        QCOMPARE(TextoDoNumero(1.5), umEMeio);
+        QCOMPARE(TextoDoNumero(qint64(1234567)), "1234567"); // never grouped
+        QCOMPARE(TextoDoNumero(1234567.25), "1234567" + QString(decimal) + "25");
+        bool numero = false;
+        QCOMPARE(NumeroDoTexto(umEMeio, &numero), 1.5);
+        QVERIFY(numero);
     }
 
     void umTextoComposto_perdeSoOQueOFiltroRecusa()

@@ -4,6 +4,7 @@
 #include "browse/tests/Apoio.h"
 #include "store/ErroBanco.h"
 
+#include <QAccessible>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -269,8 +270,35 @@ private slots:
         b.cartao->CarregarPreviewReceita(
             b.livro.Guardar({.nome = "Bolo", .porcoes = "1", .ingredientes = {"2|xícaras|farinha"}}));
         QCOMPARE(Canvas(b)->accessibleName(), "Receita Bolo");
-        QCOMPARE(Canvas(b)->accessibleDescription(), "Bolo\n()\nRendimento : 1 porção\nIngredientes : \n"
-                                                     "2 xícaras farinha\nModo de Preparo : \nMisture tudo.");
+        QAccessibleInterface *cartao = QAccessible::queryAccessibleInterface(Canvas(b));
+        QVERIFY(cartao->state().readOnly);
+        QVERIFY(!cartao->state().editable);
+        QAccessibleTextInterface *texto = cartao->textInterface();
+        QVERIFY(texto);
+        QCOMPARE(texto->text(0, texto->characterCount()),
+                 "Bolo\n()\nRendimento : 1 porção\nIngredientes :\n"
+                 "2 xícaras farinha\nModo de Preparo :\nMisture tudo.");
+        int inicio = 0;
+        int fim = 0;
+        const int onde = static_cast<int>(texto->text(0, texto->characterCount()).indexOf("farinha"));
+        QCOMPARE(texto->textAtOffset(onde, QAccessible::LineBoundary, &inicio, &fim).trimmed(),
+                 "2 xícaras farinha");
+        QCOMPARE(texto->offsetAtPoint(texto->characterRect(onde).center()), onde);
+        QCOMPARE(texto->offsetAtPoint(Canvas(b)->mapToGlobal(QPoint(1, Canvas(b)->height() - 1))), -1);
+    }
+
+    /// Who moves through the card by ear has it scrolled under the eyes of whoever looks on.
+    void oCursorDeQuemOuveRolaOCartao()
+    {
+        Bancada b;
+        b.cartao->CarregarPreviewReceita(
+            b.livro.Guardar({.nome = "Bolo", .modo = QString("Mexa.\r\n").repeated(200)}));
+        QAccessibleTextInterface *texto = QAccessible::queryAccessibleInterface(Canvas(b))->textInterface();
+        texto->setCursorPosition(texto->characterCount() - 3);
+        QCOMPARE(texto->cursorPosition(), texto->characterCount() - 3);
+        QVERIFY(Barra(b)->value() > Barra(b)->maximum() / 2);
+        texto->setCursorPosition(0);
+        QCOMPARE(Barra(b)->value(), 0);
     }
 
     void papelEhBrancoETituloAzulNaTela()

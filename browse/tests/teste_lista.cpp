@@ -2,6 +2,7 @@
 #include "browse/frmMenu.h"
 #include "browse/tests/Apoio.h"
 
+#include <QAccessible>
 #include <QFile>
 #include <QHeaderView>
 #include <QHelpEvent>
@@ -9,6 +10,7 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
 #include <QToolTip>
@@ -354,6 +356,45 @@ private slots:
         QCOMPARE(b.cartao->Receita(), n);
         QVERIFY(b.cartao->isVisible());
         QCOMPARE(b.telas.pedidos, (QStringList{"ListaReceitas", "NovaReceita"}));
+    }
+
+    /// Who works by ear or by voice opens, marks and asks for the menu of any row.
+    void aLinhaTemAcoesParaQuemNaoUsaOMouse()
+    {
+        Bancada b;
+        b.livro.Guardar({.nome = "Arroz"});
+        b.livro.Guardar({.nome = "Bolo"});
+        b.lista->imgLstRcta_Click();
+        QAccessibleInterface *lista = QAccessible::queryAccessibleInterface(b.Lst());
+        QCOMPARE(lista->role(), QAccessible::Table);
+        QAccessibleTableInterface *tabela = lista->tableInterface();
+        QCOMPARE(tabela->rowCount(), 2);
+        QCOMPARE(lista->childCount(), 3 * tabela->columnCount()); // the headers come first
+        QCOMPARE(lista->child(0)->role(), QAccessible::ColumnHeader);
+        QCOMPARE(lista->child(0)->text(QAccessible::Name), tabela->columnDescription(0));
+
+        QAccessibleInterface *bolo = tabela->cellAt(1, 0);
+        QCOMPARE(bolo->text(QAccessible::Name), "Bolo");
+        QCOMPARE(lista->indexOfChild(bolo), 2 * tabela->columnCount());
+        QCOMPARE(tabela->cellAt(1, 0), bolo); // one place, one interface
+        QCOMPARE(tabela->cellAt(2, 0), nullptr);
+        QVERIFY(!bolo->state().invisible);
+        QCOMPARE(bolo->tableCellInterface()->rowIndex(), 1);
+        QAccessibleActionInterface *acoes = bolo->actionInterface();
+        QVERIFY(acoes->actionNames().contains("open"));
+        QCOMPARE(acoes->localizedActionName("open"), "Abrir");
+
+        QSignalSpy abrir(b.Lst(), &ListaReceitas::abrirPedido);
+        acoes->doAction("open");
+        QCOMPARE(abrir.size(), 0); // not inside the question of whoever listens
+        QTRY_COMPARE(abrir.size(), 1);
+        QCOMPARE(tabela->selectedRows(), QList<int>{1});
+        QVERIFY(bolo->state().selected);
+
+        b.livro.Guardar({.nome = "Amendoim"});
+        b.lista->imgLstRcta_Click();
+        QCOMPARE(tabela->rowCount(), 3);
+        QCOMPARE(tabela->cellAt(0, 0)->text(QAccessible::Name), "Amendoim");
     }
 
     void duploCliqueAbreAPrimeiraDasSelecionadas()

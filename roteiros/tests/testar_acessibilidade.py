@@ -181,7 +181,9 @@ def mostrar_tudo():
                   "showing" if mostra(o) else "", file=sys.stderr)
             for f in filhos(o, 60):
                 um(f, n + 1)
-    if P and P.raiz():
+    if P and P.processo.poll() is not None:
+        print("the program has ended with", P.processo.returncode, file=sys.stderr)
+    elif P and P.raiz():
         um(P.raiz(), 0)
 
 

@@ -69,7 +69,7 @@ Comandos::Receita ReceitaDeTeste()
     receita.Porcoes = "8";
     receita.Preparo = "40 minutos";
     receita.Calorias = "320";
-    receita.TipoCalorias = 'R';
+    receita.Tipo_Calorias = "R";
     return receita;
 }
 

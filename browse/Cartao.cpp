@@ -7,8 +7,8 @@
 #include "print/ImpressaoGrafica.h"
 #include "print/Superficie.h"
 #include "store/Banco.h"
-#include "store/Comandos.h"
 #include "store/Figuras.h"
+#include "store/Receita.h"
 
 #include <algorithm>
 #include <cmath>
@@ -32,40 +32,23 @@ constexpr auto kIngredientes = "Ingredientes : ";
 constexpr auto kModo = "Modo de Preparo : ";
 constexpr auto kObservacao = "Informações Adicionais : ";
 
-QList<Cartao::Fato> LerFatos(const RecordSet &rs)
+QList<Cartao::Fato> FatosDe(const Receita &receita)
 {
     QList<Cartao::Fato> fatos;
     const auto juntar = [&fatos](const QString &rotulo, const QString &valor) {
         fatos.append({rotulo, valor});
     };
-    if (const QString tipo = rs.Texto(u"Classificacao"); !tipo.isEmpty())
-        juntar("Tipo : ", tipo);
-    if (const QString preparo = rs.Texto(u"Preparo"); !preparo.isEmpty())
-        juntar("Tempo de Preparo : ", preparo);
-    if (const QString porcoes = rs.Texto(u"Porcoes"); !porcoes.isEmpty() && porcoes != "0")
+    if (!receita.Classificacao.isEmpty())
+        juntar("Tipo : ", receita.Classificacao);
+    if (!receita.Preparo.isEmpty())
+        juntar("Tempo de Preparo : ", receita.Preparo);
+    if (const QString &porcoes = receita.Porcoes; !porcoes.isEmpty() && porcoes != "0")
         juntar("Rendimento : ", porcoes + (porcoes == "1" ? " porção" : " porções"));
-    if (const QString calorias = rs.Texto(u"Calorias"); !calorias.isEmpty() && calorias != "0") {
-        const QString tipo = rs.Texto(u"Tipo_Calorias");
+    if (const QString &calorias = receita.Calorias; !calorias.isEmpty() && calorias != "0") {
+        const QString &tipo = receita.Tipo_Calorias;
         juntar("Calorias : ", calorias + (tipo == "P" ? " por Porção" : tipo == "R" ? " por Receita" : ""));
     }
     return fatos;
-}
-
-QStringList LerIngredientes(RecordSet rs)
-{
-    QStringList linhas;
-    const int quantidade = rs.Campo(u"Quantidade");
-    const int unidade = rs.Campo(u"Unidade");
-    const int ingrediente = rs.Campo(u"Ingrediente");
-    for (; !rs.Eof(); rs.MoveNext()) {
-        QString linha;
-        if (!rs.Nulo(quantidade)) // an empty quantity that is not NULL still brings its blank
-            linha += Aparar(rs.Texto(quantidade)) + ' ';
-        if (!rs.Nulo(unidade))
-            linha += Aparar(rs.Texto(unidade)) + ' ';
-        linhas += linha + Aparar(rs.Texto(ingrediente));
-    }
-    return linhas;
 }
 
 // A photo from a camera is reduced once, here, and not at every scroll; what is left is sharp at scale 4.
@@ -148,19 +131,20 @@ private:
 
 Cartao Cartao::Ler(const Banco &banco, qint64 lngReceita)
 {
-    const RecordSet rs = banco.AbrirRecordset(Comandos::SqlReceita(lngReceita));
+    const Receita receita = LerReceita(banco, lngReceita);
     Cartao cartao;
     cartao.numero = lngReceita;
-    cartao.nome = rs.Texto(u"Nome");
-    cartao.origem = rs.Texto(u"Origem");
-    cartao.fatos = LerFatos(rs);
-    cartao.ingredientes = LerIngredientes(banco.AbrirRecordset(Comandos::SqlIngredientes(lngReceita)));
-    if (const QString figura = rs.Texto(u"Figura"); !figura.isEmpty())
-        cartao.figura = Reduzir(CarregarImagem(Figuras(banco).Caminho(figura)));
+    cartao.nome = receita.Nome;
+    cartao.origem = receita.Origem;
+    cartao.fatos = FatosDe(receita);
+    for (const LinhaDaReceita &linha : receita.Ingredientes)
+        cartao.ingredientes += LinhaPorExtenso(linha);
+    if (!receita.Figura.isEmpty())
+        cartao.figura = Reduzir(CarregarImagem(Figuras(banco).Caminho(receita.Figura)));
     // A book or package from elsewhere may hold lone LFs, which alone would join the lines they part.
-    cartao.modo = RemoveEnter(ComCrLf(rs.Texto(u"Modo")));
-    cartao.observacao = RemoveEnter(ComCrLf(rs.Texto(u"Observacao")));
-    cartao.podeAlterar = PodeAlterar(rs.Texto(u"Tipo"));
+    cartao.modo = RemoveEnter(ComCrLf(receita.Modo));
+    cartao.observacao = RemoveEnter(ComCrLf(receita.Observacao));
+    cartao.podeAlterar = PodeAlterar(receita.Tipo);
     return cartao;
 }
 

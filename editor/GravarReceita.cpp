@@ -30,7 +30,7 @@ Comandos::Receita ReceitaDaTela(const EstadoDaTela &tela)
     receita.Preparo = SemNulos(tela.txtPreparo);
     receita.Calorias = SemNulos(tela.txtCalorias);
     receita.Observacao = SemNulos(tela.txtObs);
-    receita.TipoCalorias = tela.optReceita ? 'R' : tela.optPorcao ? 'P' : 0;
+    receita.Tipo_Calorias = tela.optReceita ? "R" : tela.optPorcao ? "P" : "";
     return receita;
 }
 

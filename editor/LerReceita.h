@@ -17,4 +17,4 @@ struct ReceitaLida {
  * Everything is read before anything is returned, so a caller's controls change as a whole or not at all.
  * Throws ErroBanco, also for a number that does not exist.
  */
-ReceitaLida LerReceita(const Banco &banco, qint64 lngReceita);
+ReceitaLida LerParaATela(const Banco &banco, qint64 lngReceita);

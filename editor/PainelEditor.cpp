@@ -299,7 +299,7 @@ void PainelEditor::NovaReceita()
 
 void PainelEditor::Carregar(qint64 lngReceita)
 {
-    const ReceitaLida lida = LerReceita(m_banco, lngReceita);
+    const ReceitaLida lida = LerParaATela(m_banco, lngReceita);
     m_focarAoMostrar = false;
     Preencher(lida.tela);
     const bool temFigura =

@@ -103,39 +103,20 @@ bool PodeIrNoPacote(const ReceitaSelecionada &receita)
     return Int(ok ? tipo : Val(receita.Tag)) < kTipoReservado;
 }
 
-QList<Pacote::Ingrediente> LerIngredientes(const Banco &banco, qint64 lngReceita)
-{
-    QList<Pacote::Ingrediente> linhas;
-    for (RecordSet rs = banco.AbrirRecordset(Comandos::SqlIngredientes(lngReceita)); !rs.Eof(); rs.MoveNext())
-        linhas.append({rs.Texto(u"Ingrediente"), rs.Texto(u"Quantidade"), rs.Texto(u"Unidade")});
-    return linhas;
-}
-
 // Name and method always hold text in a sound book; a NULL there ends the export.
-QString TextoObrigatorio(const RecordSet &rs, QStringView campo, qint64 lngReceita)
+void ExigirTexto(const QString &valor, const QString &campo, qint64 lngReceita)
 {
-    if (rs.Valor(campo).isNull())
-        Falhar("A receita número " + QString::number(lngReceita) + " está sem " +
-               (campo == u"Nome" ? "nome" : "modo de preparar") + " e não pode ser exportada.");
-    return rs.Texto(campo);
+    if (valor.isNull())
+        Falhar("A receita número " + QString::number(lngReceita) + " está sem " + campo +
+               " e não pode ser exportada.");
 }
 
-Pacote::Receita LerReceita(const Banco &banco, const RecordSet &rs)
+Receita LerParaOPacote(const Banco &banco, const RecordSet &rs)
 {
-    const qint64 lngReceita = rs.Valor(u"id_receitas").toLongLong();
-    Pacote::Receita receita;
-    receita.Nome = TextoObrigatorio(rs, u"Nome", lngReceita);
-    receita.Classificacao = rs.Texto(u"Classificacao");
-    receita.Modo = TextoObrigatorio(rs, u"Modo", lngReceita);
-    receita.Porcoes = rs.Texto(u"Porcoes");
-    receita.Preparo = rs.Texto(u"Preparo");
-    receita.Tipo_Calorias = rs.Texto(u"Tipo_Calorias");
-    receita.Calorias = rs.Texto(u"Calorias");
-    receita.Tipo = rs.Texto(u"Tipo");
-    receita.Origem = rs.Texto(u"Origem");
-    receita.Observacao = rs.Texto(u"Observacao");
-    receita.Figura = rs.Texto(u"Figura");
-    receita.Ingredientes = LerIngredientes(banco, lngReceita);
+    Receita receita = ReceitaDaLinha(rs);
+    ExigirTexto(receita.Nome, "nome", receita.id_receitas);
+    ExigirTexto(receita.Modo, "modo de preparar", receita.id_receitas);
+    receita.Ingredientes = LerLinhas(banco, receita.id_receitas);
     return receita;
 }
 } // namespace
@@ -255,7 +236,7 @@ QString Exportacao::GravarTexto(QFile &arquivo, const QString &caminho, RecordSe
     QString nomes;
     for (; !rs.Eof() && !Encerrando(); rs.MoveNext()) {
         operacao.Avancar();
-        const Pacote::Receita receita = LerReceita(m_banco, rs);
+        const Receita receita = LerParaOPacote(m_banco, rs);
         QFile figura(receita.Figura.isEmpty() ? QString() : m_figuras.Caminho(receita.Figura));
         const bool comFigura = !figura.fileName().isEmpty() && Escritor::Abrir(figura);
         escritor.Gravar(Pacote::EscreverAntesDaFigura(receita, comFigura));

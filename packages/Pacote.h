@@ -1,5 +1,7 @@
 #pragma once
 
+#include "store/Receita.h"
+
 #include <QByteArray>
 #include <QList>
 #include <QString>
@@ -25,18 +27,10 @@ constexpr qint64 kMaiorTexto = qint64(512) * 1024 * 1024;
 /// The most recipes a package may hold.
 constexpr qsizetype kMaisReceitas = 300'000;
 
-/// A line of ingredients, as the database holds it; NULL is "".
-struct Ingrediente {
-    QString Ingrediente, Quantidade, Unidade;
-};
-
-/// A recipe on its way into a package, as the database holds it; NULL is "".
-struct Receita {
-    QString Nome, Classificacao, Modo, Porcoes, Preparo, Tipo_Calorias, Calorias, Tipo, Origem, Observacao;
-    QString Figura;         ///< name of the picture's file
-    QByteArray DadosFigura; ///< its bytes; when empty, neither line of the picture is written
-    QList<Ingrediente> Ingredientes;
-};
+/// What goes into a package and comes out of one. The picture's bytes go along; when there are none, neither
+/// line of the picture is written.
+using Ingrediente = ::LinhaDaReceita;
+using ::Receita;
 
 /// The header line's bytes, line end included.
 QByteArray EscreverCabecalho();

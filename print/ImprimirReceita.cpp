@@ -2,49 +2,41 @@
 
 #include "print/LayoutReceita.h"
 #include "store/Banco.h"
-#include "store/Comandos.h"
 #include "store/Figuras.h"
+#include "store/Receita.h"
 
 namespace
 {
-std::optional<QString> TextoOuAusente(const RecordSet &rs, int campo)
+std::optional<QString> TextoOuAusente(const QString &texto)
 {
-    if (rs.Nulo(campo))
+    if (texto.isNull())
         return std::nullopt;
-    return rs.Texto(campo);
+    return texto;
 }
 } // namespace
 
 std::optional<ReceitaImpressa> CarregarReceitaImpressa(const Banco &banco, const Figuras &figuras,
                                                        qint64 lngReceita)
 {
+    const std::optional<Receita> buscada = BuscarReceita(banco, lngReceita);
+    if (!buscada)
+        return std::nullopt;
+    const Receita &lida = *buscada;
     ReceitaImpressa receita;
-    QString strFigura;
-    {
-        const RecordSet rs = banco.AbrirRecordset(Comandos::SqlReceita(lngReceita));
-        if (rs.Eof())
-            return std::nullopt;
-        receita.Nome = rs.Texto(u"Nome");
-        receita.Origem = rs.Texto(u"Origem");
-        receita.Classificacao = rs.Texto(u"Classificacao");
-        receita.Preparo = rs.Texto(u"Preparo");
-        receita.Porcoes = rs.Texto(u"Porcoes");
-        receita.Calorias = rs.Texto(u"Calorias");
-        receita.Tipo_Calorias = rs.Texto(u"Tipo_Calorias");
-        receita.Modo = rs.Texto(u"Modo");
-        receita.Observacao = rs.Texto(u"Observacao");
-        strFigura = rs.Texto(u"Figura");
-    }
-    if (!strFigura.isEmpty() && strFigura != u"NADA")
-        receita.Figura = CarregarImagem(figuras.Caminho(strFigura));
-
-    RecordSet rs = banco.AbrirRecordset(Comandos::SqlIngredientes(lngReceita));
-    const int quantidade = rs.Campo(u"Quantidade");
-    const int unidade = rs.Campo(u"Unidade");
-    const int ingrediente = rs.Campo(u"Ingrediente");
-    for (; !rs.Eof(); rs.MoveNext())
+    receita.Nome = lida.Nome;
+    receita.Origem = lida.Origem;
+    receita.Classificacao = lida.Classificacao;
+    receita.Preparo = lida.Preparo;
+    receita.Porcoes = lida.Porcoes;
+    receita.Calorias = lida.Calorias;
+    receita.Tipo_Calorias = lida.Tipo_Calorias;
+    receita.Modo = lida.Modo;
+    receita.Observacao = lida.Observacao;
+    if (!lida.Figura.isEmpty() && lida.Figura != u"NADA")
+        receita.Figura = CarregarImagem(figuras.Caminho(lida.Figura));
+    for (const LinhaDaReceita &linha : lida.Ingredientes)
         receita.Ingredientes.append(
-            {TextoOuAusente(rs, quantidade), TextoOuAusente(rs, unidade), rs.Texto(ingrediente)});
+            {TextoOuAusente(linha.Quantidade), TextoOuAusente(linha.Unidade), linha.Ingrediente});
     return receita;
 }
 

@@ -8,9 +8,9 @@
 
 namespace
 {
-QString TipoCalorias(char tipo)
+QString TipoCalorias(const QString &tipo)
 {
-    return tipo == 'R' ? "'R'" : tipo == 'P' ? "'P'" : "NULL";
+    return tipo == "R" || tipo == "P" ? "'" + tipo + "'" : QString("NULL");
 }
 } // namespace
 
@@ -57,7 +57,7 @@ QString Comandos::SqlInserirReceita(const Receita &receita, const QDate &hoje)
            " values (" +
            Texto(receita.Nome) + "," + Data(hoje) + "," + TextoOuNulo(receita.Classificacao) + "," +
            Texto(receita.Modo) + "," + Numero(receita.Porcoes) + "," + TextoOuNulo(receita.Preparo) + "," +
-           TipoCalorias(receita.TipoCalorias) + "," + Numero(receita.Calorias) + "," +
+           TipoCalorias(receita.Tipo_Calorias) + "," + Numero(receita.Calorias) + "," +
            TextoOuNulo(receita.Observacao) + ",NULL)";
 }
 
@@ -80,7 +80,7 @@ QString Comandos::SqlAlterarReceita(const Receita &receita, qint64 lngReceita, F
                      " Preparo = " + TextoOuNulo(receita.Preparo) + "," +
                      " Calorias = " + Numero(receita.Calorias) + "," +
                      " Observacao = " + TextoOuNulo(receita.Observacao) + "," +
-                     " Tipo_Calorias = " + TipoCalorias(receita.TipoCalorias) + ", ";
+                     " Tipo_Calorias = " + TipoCalorias(receita.Tipo_Calorias) + ", ";
     switch (figura) {
     case Figura::Nova:
         strSQL += " Figura = '" + NomeFigura(lngReceita) + "' ";

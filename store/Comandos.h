@@ -1,5 +1,7 @@
 #pragma once
 
+#include "store/Receita.h"
+
 #include <QDate>
 #include <QList>
 #include <QString>
@@ -24,12 +26,9 @@ QString NomeFigura(qint64 lngReceita);
 /// Capital letters, character by character, as the database's ucase() makes them.
 QString Maiusculas(const QString &texto);
 
-/// What a save writes of a recipe, as the controls hold it.
-struct Receita {
-    QString Nome, Classificacao, Modo, Porcoes, Preparo, Calorias, Observacao;
-    /// 'R' total of the recipe, 'P' per serving, 0 neither chosen.
-    char TipoCalorias = 0;
-};
+/// A save writes the name, type, method, servings, preparation time, calories with what they count, and
+/// remarks; their values as the controls hold them.
+using ::Receita;
 
 /// What a changed recipe's save does to the picture's name.
 enum class Figura { Nova, Nenhuma, Mantida };

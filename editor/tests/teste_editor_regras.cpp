@@ -501,7 +501,7 @@ private slots:
         tela.txtNome = "Борщ 饺子 😋";
         tela.ingredientes = {Tag("½|杯|味噌")};
         livro.Gravar(tela);
-        const ReceitaLida lida = LerReceita(livro.banco, 1);
+        const ReceitaLida lida = LerParaATela(livro.banco, 1);
         QCOMPARE(lida.tela.txtNome, tela.txtNome);
         QCOMPARE(lida.tela.ingredientes, tela.ingredientes);
     }
@@ -510,7 +510,7 @@ private slots:
     {
         Livro livro;
         livro.Gravar(Cheia());
-        const ReceitaLida lida = LerReceita(livro.banco, 1);
+        const ReceitaLida lida = LerParaATela(livro.banco, 1);
         QCOMPARE(lida.tela.txtNroReceita, "1");
         QCOMPARE(lida.tela.txtNome, "Pão d'água");
         QCOMPARE(lida.tela.cmbTipo, "Pães");
@@ -529,7 +529,7 @@ private slots:
     {
         Livro livro;
         livro.Gravar(Minima());
-        const ReceitaLida lida = LerReceita(livro.banco, 1);
+        const ReceitaLida lida = LerParaATela(livro.banco, 1);
         QCOMPARE(lida.tela.txtPorcoes, "");
         QCOMPARE(lida.tela.txtCalorias, "");
     }
@@ -551,7 +551,7 @@ private slots:
         livro.Gravar(Minima());
         QFETCH(QString, sql);
         livro.banco.ExecutarSQL("Update Receitas set Tipo_Calorias = " + sql);
-        const ReceitaLida lida = LerReceita(livro.banco, 1);
+        const ReceitaLida lida = LerParaATela(livro.banco, 1);
         QTEST(lida.tela.optReceita, "receita");
         QTEST(lida.tela.optPorcao, "porcao");
     }
@@ -561,7 +561,7 @@ private slots:
         Livro livro;
         livro.Gravar(Minima());
         livro.banco.ExecutarSQL("Update Receitas set Origem = 'Festas', Tipo = 2, Figura = 'F0000001.img'");
-        const ReceitaLida lida = LerReceita(livro.banco, 1);
+        const ReceitaLida lida = LerParaATela(livro.banco, 1);
         QCOMPARE(lida.tela.txtOrigem, "Festas");
         QCOMPARE(lida.tela.txtTipoRect, "2");
         QCOMPARE(lida.figura, "F0000001.img");
@@ -572,13 +572,13 @@ private slots:
         Livro livro;
         livro.Gravar(Minima());
         livro.banco.ExecutarSQL("Update Ingredientes set Ingrediente = 'leite\u00A0de\u00A0coco'");
-        QCOMPARE(LerReceita(livro.banco, 1).tela.ingredientes, QStringList(Tag("1|lata|leite de coco")));
+        QCOMPARE(LerParaATela(livro.banco, 1).tela.ingredientes, QStringList(Tag("1|lata|leite de coco")));
     }
 
     void numeroQueNaoExisteEErroDoBanco()
     {
         Livro livro;
-        QVERIFY_EXCEPTION_THROWN(LerReceita(livro.banco, 99), ErroBanco);
+        QVERIFY_EXCEPTION_THROWN(LerParaATela(livro.banco, 99), ErroBanco);
     }
 };
 

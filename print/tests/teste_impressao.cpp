@@ -194,7 +194,7 @@ qint64 TesteImpressao::Gravar(const ReceitaImpressa &receita)
     nova.Preparo = receita.Preparo;
     nova.Calorias = receita.Calorias;
     nova.Observacao = receita.Observacao;
-    nova.TipoCalorias = receita.Tipo_Calorias.isEmpty() ? char(0) : receita.Tipo_Calorias[0].toLatin1();
+    nova.Tipo_Calorias = receita.Tipo_Calorias;
     m_banco->ExecutarSQL(Comandos::SqlInserirReceita(nova, QDate(2005, 11, 21)));
     const qint64 numero = m_banco->AbrirRecordset(Comandos::SqlMaiorNumero()).Valor(0).toLongLong();
     for (const IngredienteImpresso &linha : receita.Ingredientes)

@@ -20,7 +20,7 @@ Receita PaoDagua()
     r.Preparo = "2 h";
     r.Calorias = " 1200 ";
     r.Observacao = "É d'ela.";
-    r.TipoCalorias = 'R';
+    r.Tipo_Calorias = "R";
     return r;
 }
 
@@ -99,7 +99,7 @@ void TesteComandos::escreveOsComandos_data()
     QTest::newRow("gravar figura") << SqlGravarFigura(57)
                                    << "Update Receitas set Figura = 'F0000057.img' Where id_receitas = 57";
     Receita porPorcao = PaoDagua();
-    porPorcao.TipoCalorias = 'P';
+    porPorcao.Tipo_Calorias = "P";
     QTest::newRow("alterar, figura nova")
         << SqlAlterarReceita(porPorcao, 57, Figura::Nova)
         << "Update Receitas set  Nome = 'Pão d''água', Classificacao = 'Pães', Modo = 'Misture.\r\nAsse.', "

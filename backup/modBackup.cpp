@@ -19,6 +19,7 @@
 #include "store/CopiasDatadas.h"
 #include "store/ErroBanco.h"
 #include "store/ExameArquivo.h"
+#include "store/ExameEsquema.h"
 #include "store/Figuras.h"
 #include "store/TravaDoLivro.h"
 
@@ -95,6 +96,34 @@ void RemoverSobras(const QString &destino)
 bool TemPasta(const QString &caminho)
 {
     return caminho.contains('/') || caminho.contains('\\');
+}
+
+/// Whether the backup's book holds nothing but what the program makes: a trigger or a view in it would run with
+/// every statement. A book in the old format is converted at its opening, and what is none is refused there.
+/// The last entry of a name is the one that stays.
+bool LivroAceito(QFile &arquivo, const QList<ArquivoBackup::Entrada> &entradas, const QString &pasta)
+{
+    bool aceito = true;
+    for (const ArquivoBackup::Entrada &entrada : entradas) {
+        if (entrada.nome.compare(ArquivoBackup::kNomeDoLivro, Qt::CaseInsensitive) != 0)
+            continue;
+        ArquivoDeTrabalho livro(pasta + "/~exame.lst");
+        livro.Abrir();
+        arquivo.seek(entrada.posicao);
+        constexpr qint64 kPorVez = 1024 * 1024;
+        for (qint64 falta = entrada.tamanho; falta > 0;) {
+            const QByteArray bloco = arquivo.read(std::min(falta, kPorVez));
+            if (bloco.isEmpty() || livro.Arquivo().write(bloco) != bloco.size())
+                throw Disco::ErroArquivo(livro.Caminho(), ENOSPC);
+            falta -= bloco.size();
+        }
+        const TipoArquivo tipo = ExaminarArquivo(livro.Caminho());
+        if (tipo != TipoArquivo::Livro && tipo != TipoArquivo::LivroWal && tipo != TipoArquivo::Futuro)
+            continue;
+        const ExameEsquema::Origem origem = ExaminarEsquema(livro.Caminho(), true).origem;
+        aceito = aceito && origem != ExameEsquema::Origem::Mexido && origem != ExameEsquema::Origem::Outro;
+    }
+    return aceito;
 }
 
 Fim FimDe(int codigo)
@@ -195,6 +224,11 @@ void modBackup::imgRestore_Click()
         break;
     case Desfecho::Ocupado:
         m_avisos.Avisar(kOcupado + "\r\nNenhum Arquivo foi Alterado.", Avisos::Icone::Exclamacao);
+        break;
+    case Desfecho::LivroEstranho:
+        m_avisos.Avisar("Arquivo de Cópia de Segurança Inválida!\r\nO Livro de Receitas dela tem Partes que não são "
+                        "do Cozinhario 2005. Nenhum Arquivo foi Alterado.",
+                        Avisos::Icone::Parada);
         break;
     case Desfecho::NadaAlterado:
         m_avisos.Avisar("Unidade/Diretório Indisponível no Momento!\r\nNenhum Arquivo foi Alterado.",
@@ -379,6 +413,12 @@ modBackup::Desfecho modBackup::Restaurar(const QString &origem)
         }
         if (!ArquivoBackup::Ler(arquivo, entradas))
             return Desfecho::Invalido;
+        try {
+            if (!LivroAceito(arquivo, entradas, pasta))
+                return Desfecho::LivroEstranho;
+        } catch (const Disco::ErroArquivo &) {
+            return Desfecho::NadaAlterado;
+        }
     }
     if (!m_avisos.Perguntar("Você Confirma Restauração da Cópia de Segurança?"))
         return Desfecho::Desistiu;

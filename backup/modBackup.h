@@ -51,9 +51,8 @@ public:
     void AntesDeGravar();
 
 private:
-    /// How a restore ended; the last two failed before and after the book
-    /// began to change.
-    enum class Desfecho { Feito, Desistiu, Invalido, Ocupado, NadaAlterado, Incompleto };
+    /// How a restore ended; the last two failed before and after the book began to change.
+    enum class Desfecho { Feito, Desistiu, Invalido, LivroEstranho, Ocupado, NadaAlterado, Incompleto };
 
     QString PastaDoDialogo() const;
     Fim Salvar(const QString &destino);

@@ -125,6 +125,8 @@ private slots:
     void arquivoQueNaoExisteTemSuaMensagem();
     void arquivoInvalidoNaoMudaNada_data();
     void arquivoInvalidoNaoMudaNada();
+    void livroComPartesDeOutroERecusadoAntesDaPergunta_data();
+    void livroComPartesDeOutroERecusadoAntesDaPergunta();
     void respostaNaoNaoMudaNada();
     void figuraMenorGuardaACaudaDaAntiga();
     void livroMenorGuardaACaudaDoAntigo();
@@ -444,6 +446,35 @@ void TesteBackup::arquivoQueNaoExisteTemSuaMensagem()
     m_cozinha->Restaurar(Caminho("digitado.bck"));
     QCOMPARE(m_cozinha->avisos.textos, {kNaoLocalizado});
     QCOMPARE(m_cozinha->avisos.icones, {Avisos::Icone::Parada});
+    QVERIFY(m_cozinha->avisos.perguntas.isEmpty());
+    QVERIFY(Retrato(m_pasta->path()) == antes);
+}
+
+void TesteBackup::livroComPartesDeOutroERecusadoAntesDaPergunta_data()
+{
+    QTest::addColumn<QByteArray>("sql");
+    QTest::newRow("gatilho") << QByteArray("CREATE TRIGGER ladrao AFTER INSERT ON Receitas BEGIN DELETE FROM "
+                                           "Receitas; END");
+    QTest::newRow("visão") << QByteArray("CREATE VIEW v AS SELECT 1");
+    QTest::newRow("banco de outro programa") << QByteArray("DROP TABLE Ingredientes");
+}
+
+void TesteBackup::livroComPartesDeOutroERecusadoAntesDaPergunta()
+{
+    QFETCH(QByteArray, sql);
+    m_cozinha->NovaReceita("Bolo", "figura um");
+    const QString livro = m_cozinha->banco.CaminhoDoLivro();
+    const QByteArray bom = Conteudo(livro);
+    sqlite3 *conexao = nullptr;
+    QCOMPARE(sqlite3_open(livro.toUtf8().constData(), &conexao), SQLITE_OK);
+    QCOMPARE(sqlite3_exec(conexao, sql.constData(), nullptr, nullptr, nullptr), SQLITE_OK);
+    sqlite3_close(conexao);
+    const QByteArray mexido = Conteudo(livro);
+    Gravar(livro, bom);
+    GravarBackup(Caminho("a.bck"), EntradaCompleta("dadosr.lst", mexido));
+    const auto antes = Retrato(m_pasta->path());
+    m_cozinha->Restaurar(Caminho("a.bck"));
+    QVERIFY(m_cozinha->avisos.textos.value(0).startsWith(kInvalido));
     QVERIFY(m_cozinha->avisos.perguntas.isEmpty());
     QVERIFY(Retrato(m_pasta->path()) == antes);
 }

@@ -4,7 +4,7 @@
 #include "app/Barra.h"
 #include "app/Fundo.h"
 #include "app/MensagemNaJanela.h"
-#include "app/ReceitaParaEmail.h"
+#include "app/SelecaoDaLista.h"
 #include "app/TelasDaJanela.h"
 #include "backup/modBackup.h"
 #include "base/Acessivel.h"
@@ -197,9 +197,9 @@ void frmPrincipal::LigarBotoes()
     ligar("imgDetRcta", [this] { NovaReceita(); });
     ligar("imgPesRcta", [this] { m_pesquisa->imgPesRcta_Click(); });
     ligar("imgImpressao", [this] { Imprimir(); });
-    ligar("imgEmail", [this] { m_email->imgEmail_Click(ReceitaParaEmail(m_editor->DadosDaTela())); });
+    ligar("imgEmail", [this] { m_email->imgEmail_Click(m_editor->DadosDaTela()); });
     ligar("imgTransmit",
-          [this] { m_exportacao->imgTransmit_Click(SelecionadasPara(*m_lista->lstVwReceitas())); });
+          [this] { m_exportacao->imgTransmit_Click(SelecaoDaLista(*m_lista->lstVwReceitas())); });
     ligar("imgInternet", [this] { m_novidades->imgInternet_Click(); });
     ligar("imgBackup", [this] { m_backup->imgBackup_Click(); });
     ligar("imgRestore", [this] { m_backup->imgRestore_Click(); });

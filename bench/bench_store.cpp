@@ -7,7 +7,6 @@
 #include "bench/GeradorLivro.h"
 #include "bench/MotorNu.h"
 #include "browse/LinhasLista.h"
-#include "editor/EstadoFigura.h"
 #include "editor/GravarReceita.h"
 #include "editor/LinhaIngrediente.h"
 #include "store/Banco.h"
@@ -118,7 +117,7 @@ void Gravar(benchmark::State &estado)
     const Figuras figuras(livro.banco);
     const RelogioDoSistema relogio;
     const Comandos::Receita receita = ReceitaDeTeste();
-    EstadoDaTela tela;
+    ReceitaNaTela tela;
     tela.txtNome = receita.Nome;
     tela.cmbTipo = receita.Classificacao;
     tela.txtModo = receita.Modo;
@@ -126,12 +125,12 @@ void Gravar(benchmark::State &estado)
     tela.txtPreparo = receita.Preparo;
     tela.txtCalorias = receita.Calorias;
     tela.optReceita = true;
-    tela.imgFigura = EstadoFigura::kNada;
+    tela.imgFigura = EstadoDaFigura::Nenhuma();
     for (int linha = 0; linha < kLinhas; ++linha)
         tela.ingredientes += LinhaIngrediente{"2", "xícaras", NomeDaLinha(linha)}.Tag();
     Comparar(
         estado, Contagem::Parede, [&] {
-            EstadoDaTela nova = tela; // the save gives it its number
+            ReceitaNaTela nova = tela; // the save gives it its number
             GravarReceita(livro.banco, figuras, relogio, nova);
         },
         [&livro] { GravarNu(livro.Caminho()); });

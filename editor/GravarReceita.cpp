@@ -2,7 +2,6 @@
 
 #include "base/Relogio.h"
 #include "base/Texto.h"
-#include "editor/EstadoFigura.h"
 #include "editor/LinhaIngrediente.h"
 #include "editor/RecusaDeGravacao.h"
 #include "store/Banco.h"
@@ -20,7 +19,7 @@ QString SemNulos(QString texto)
 }
 } // namespace
 
-Comandos::Receita ReceitaDaTela(const EstadoDaTela &tela)
+Comandos::Receita ReceitaDaTela(const ReceitaNaTela &tela)
 {
     Comandos::Receita receita;
     receita.Nome = SemNulos(tela.txtNome);
@@ -79,7 +78,7 @@ QString SqlDaLinha(qint64 lngReceita, const LinhaIngrediente &linha)
     return Comandos::SqlInserirIngrediente(lngReceita, linha.ingrediente, linha.quantidade, linha.unidade);
 }
 
-QList<LinhaIngrediente> LinhasDaTela(const EstadoDaTela &tela)
+QList<LinhaIngrediente> LinhasDaTela(const ReceitaNaTela &tela)
 {
     QList<LinhaIngrediente> linhas;
     linhas.reserve(tela.ingredientes.size());
@@ -89,7 +88,7 @@ QList<LinhaIngrediente> LinhasDaTela(const EstadoDaTela &tela)
 }
 
 /// Throws RecusaDeGravacao for a value that some statement of the save would stumble over.
-void Conferir(const Banco &banco, const EstadoDaTela &tela, const QList<LinhaIngrediente> &linhas,
+void Conferir(const Banco &banco, const ReceitaNaTela &tela, const QList<LinhaIngrediente> &linhas,
               const QDate &hoje)
 {
     const Comandos::Receita receita = ReceitaDaTela(tela);
@@ -111,7 +110,7 @@ void Conferir(const Banco &banco, const EstadoDaTela &tela, const QList<LinhaIng
                                               "\r\n\r\n" + recusa->motivo);
 }
 
-void Incluir(const Banco &banco, const Figuras &figuras, const QDate &hoje, EstadoDaTela &tela)
+void Incluir(const Banco &banco, const Figuras &figuras, const QDate &hoje, ReceitaNaTela &tela)
 {
     banco.ExecutarSQL(Comandos::SqlInserirReceita(ReceitaDaTela(tela), hoje));
     // From here on the recipe is in the book: a save that fails below and is repeated must not enter it twice.
@@ -119,26 +118,25 @@ void Incluir(const Banco &banco, const Figuras &figuras, const QDate &hoje, Esta
     const qint64 lngReceita = banco.AbrirRecordset(Comandos::SqlMaiorNumero()).Valor(0).toLongLong();
     tela.txtNroReceita = QString::number(lngReceita);
     // A recipe that was deleted meanwhile took the file of its picture along.
-    const bool semFigura = tela.imgFigura == EstadoFigura::kNada ||
-                           (!EstadoFigura::Nova(tela.imgFigura) && tela.figuraAntiga.isEmpty());
+    const bool semFigura = tela.imgFigura.ENenhuma() || (tela.imgFigura.EGuardada() && tela.figuraAntiga.isEmpty());
     if (semFigura)
         return;
     banco.ExecutarSQL(Comandos::SqlGravarFigura(lngReceita));
-    if (EstadoFigura::Nova(tela.imgFigura))
-        figuras.CopiarFigura(tela.imgFigura, lngReceita);
+    if (tela.imgFigura.ENova())
+        figuras.CopiarFigura(tela.imgFigura.Tag(), lngReceita);
     else
         figuras.GravarFigura(tela.figuraAntiga, lngReceita);
 }
 
 /// False when the recipe is no longer in the book; nothing has changed then.
-bool Alterar(const Banco &banco, const Figuras &figuras, const EstadoDaTela &tela)
+bool Alterar(const Banco &banco, const Figuras &figuras, const ReceitaNaTela &tela)
 {
     const qint64 lngReceita = tela.txtNroReceita.toLongLong();
     Comandos::Figura figura = Comandos::Figura::Mantida;
     QString semUso;
-    if (EstadoFigura::Nova(tela.imgFigura)) {
+    if (tela.imgFigura.ENova()) {
         figura = Comandos::Figura::Nova;
-    } else if (tela.imgFigura == EstadoFigura::kNada) {
+    } else if (tela.imgFigura.ENenhuma()) {
         // While the row still names the file: afterwards nobody would know which one to remove.
         figura = Comandos::Figura::Nenhuma;
         semUso = figuras.CaminhoDaReceita(lngReceita);
@@ -147,7 +145,7 @@ bool Alterar(const Banco &banco, const Figuras &figuras, const EstadoDaTela &tel
         return false;
     // The picture goes with the row that names it: one that could not be written keeps the picture it had.
     if (figura == Comandos::Figura::Nova)
-        figuras.CopiarFigura(tela.imgFigura, lngReceita);
+        figuras.CopiarFigura(tela.imgFigura.Tag(), lngReceita);
     else if (!semUso.isEmpty())
         QFile::remove(semUso);
     banco.ExecutarSQL(Comandos::SqlExcluirIngredientes(lngReceita));
@@ -155,7 +153,7 @@ bool Alterar(const Banco &banco, const Figuras &figuras, const EstadoDaTela &tel
 }
 } // namespace
 
-qint64 GravarReceita(const Banco &banco, const Figuras &figuras, const Relogio &relogio, EstadoDaTela &tela)
+qint64 GravarReceita(const Banco &banco, const Figuras &figuras, const Relogio &relogio, ReceitaNaTela &tela)
 {
     const QList<LinhaIngrediente> linhas = LinhasDaTela(tela);
     const QDate hoje = relogio.Hoje();

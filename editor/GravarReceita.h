@@ -1,6 +1,6 @@
 #pragma once
 
-#include "editor/EstadoDaTela.h"
+#include "store/ReceitaNaTela.h"
 #include "store/Comandos.h"
 
 class Banco;
@@ -8,7 +8,7 @@ class Figuras;
 class Relogio;
 
 /// What a save writes of the controls; trimming and quoting are the statements' business.
-Comandos::Receita ReceitaDaTela(const EstadoDaTela &tela);
+Comandos::Receita ReceitaDaTela(const ReceitaNaTela &tela);
 
 /**
  * Writes the recipe on screen to the book: a new one when `txtNroReceita` is empty, else a change of that
@@ -27,4 +27,4 @@ Comandos::Receita ReceitaDaTela(const EstadoDaTela &tela);
  *              number as soon as it has one, also when the save fails later
  * @return the recipe's number
  */
-qint64 GravarReceita(const Banco &banco, const Figuras &figuras, const Relogio &relogio, EstadoDaTela &tela);
+qint64 GravarReceita(const Banco &banco, const Figuras &figuras, const Relogio &relogio, ReceitaNaTela &tela);

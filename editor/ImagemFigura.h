@@ -5,7 +5,7 @@
 
 /**
  * The picture of the recipe, `imgFigura`, shown whole, in its proportions and never enlarged, with as many
- * pixels as the screen has. Its tag holds the picture's state (EstadoFigura.h).
+ * pixels as the screen has. Its tag holds the picture's state (store/ReceitaNaTela.h).
  */
 class ImagemFigura : public QLabel
 {

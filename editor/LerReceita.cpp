@@ -15,7 +15,7 @@ ReceitaLida LerParaATela(const Banco &banco, qint64 lngReceita)
 {
     const Receita receita = LerReceita(banco, lngReceita);
     ReceitaLida lida;
-    EstadoDaTela &tela = lida.tela;
+    ReceitaNaTela &tela = lida.tela;
     tela.txtNroReceita = QString::number(lngReceita);
     tela.txtOrigem = receita.Origem;
     tela.txtNome = receita.Nome;

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "editor/EstadoDaTela.h"
+#include "store/ReceitaNaTela.h"
 
 class Banco;
 
 /// A stored recipe as the editor's controls show it. The picture's tag is left to whoever loads the file.
 struct ReceitaLida {
-    EstadoDaTela tela;
+    ReceitaNaTela tela;
     QString figura; ///< name of the picture file in the row, "" for none
 };
 

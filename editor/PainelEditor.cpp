@@ -263,7 +263,7 @@ void PainelEditor::CarregarValoresDetalheReceita(quint8 bytTipo)
     m_fraIngredientes->DefinirValores(ingredientes, unidades);
 }
 
-void PainelEditor::Preencher(const EstadoDaTela &tela)
+void PainelEditor::Preencher(const ReceitaNaTela &tela)
 {
     MostrarNumero(tela.txtNroReceita);
     m_txtOrigem->setText(tela.txtOrigem);
@@ -344,7 +344,7 @@ void PainelEditor::Salvar()
     if (!Validar())
         return;
     m_cmbTipo->LembrarValor(m_cmbTipo->currentText());
-    EstadoDaTela tela = DadosDaTela();
+    ReceitaNaTela tela = DadosDaTela();
     // As soon as the recipe is in the book the screen says so, even if the save fails after that: saving it
     // once more changes it, and does not enter it twice.
     const auto numerar = qScopeGuard([&] { MostrarNumero(tela.txtNroReceita); });
@@ -380,9 +380,9 @@ void PainelEditor::MostrarRecusa(const RecusaDeGravacao &recusa)
     }
 }
 
-EstadoDaTela PainelEditor::DadosDaTela() const
+ReceitaNaTela PainelEditor::DadosDaTela() const
 {
-    EstadoDaTela tela;
+    ReceitaNaTela tela;
     tela.txtNroReceita = m_txtNroReceita->text();
     tela.txtNome = m_txtNome->text();
     tela.txtOrigem = m_txtOrigem->text();

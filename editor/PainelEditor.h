@@ -2,7 +2,7 @@
 
 #include "base/CampoTexto.h"
 #include "base/Painel.h"
-#include "editor/EstadoDaTela.h"
+#include "store/ReceitaNaTela.h"
 
 class Avisos;
 class Banco;
@@ -60,7 +60,7 @@ public:
     /// gets the focus.
     void Salvar();
     /// The values of all controls, as they stand.
-    EstadoDaTela DadosDaTela() const;
+    ReceitaNaTela DadosDaTela() const;
 
     /**
      * Takes the fields off the screen, or puts them back. Call it with false before another widget covers the
@@ -84,7 +84,7 @@ private:
     void Montar();
     void Ligar();
     void DefinirOrdemDoTab();
-    void Preencher(const EstadoDaTela &tela);
+    void Preencher(const ReceitaNaTela &tela);
     void MostrarFoco();
     void MostrarQuadro();
     bool Validar();

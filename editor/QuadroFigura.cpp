@@ -3,7 +3,6 @@
 #include "base/Avisos.h"
 #include "base/Protegido.h"
 #include "base/SeletorArquivos.h"
-#include "editor/EstadoFigura.h"
 #include "editor/ImagemFigura.h"
 #include "editor/Rotulo.h"
 #include "store/Banco.h"
@@ -69,18 +68,18 @@ QuadroFigura::QuadroFigura(const Banco &banco, Avisos &avisos, SeletorArquivos &
     Limpar();
 }
 
-void QuadroFigura::Mostrar(const QImage &imagem, const QString &tag)
+void QuadroFigura::Mostrar(const QImage &imagem, const EstadoDaFigura &estado)
 {
     m_imgFigura->Mostrar(imagem);
-    m_imgFigura->DefinirTag(tag);
+    m_imgFigura->DefinirTag(estado.Tag());
     m_imgFigura->setToolTip(QString());
     m_bytesAntigos.clear();
-    m_cmdLimparFig->setVisible(tag != EstadoFigura::kNada);
+    m_cmdLimparFig->setVisible(!estado.ENenhuma());
 }
 
 void QuadroFigura::Limpar()
 {
-    Mostrar(m_imgNada->pixmap(Qt::ReturnByValue).toImage(), EstadoFigura::kNada);
+    Mostrar(m_imgNada->pixmap(Qt::ReturnByValue).toImage(), EstadoDaFigura::Nenhuma());
 }
 
 bool QuadroFigura::MostrarAntiga(const QString &caminho)
@@ -90,7 +89,7 @@ bool QuadroFigura::MostrarAntiga(const QString &caminho)
     if (lida.estado == ImagemLida::Estado::NaoEImagem)
         return false;
     const bool boa = lida.estado == ImagemLida::Estado::Boa;
-    Mostrar(boa ? lida.imagem : m_imgNada->pixmap(Qt::ReturnByValue).toImage(), EstadoFigura::kAntiga);
+    Mostrar(boa ? lida.imagem : m_imgNada->pixmap(Qt::ReturnByValue).toImage(), EstadoDaFigura::Guardada());
     if (!boa)
         m_imgFigura->setToolTip("A imagem é grande demais para ser mostrada. Ela continua guardada.");
     m_bytesAntigos = LerBytes(caminho);
@@ -115,7 +114,7 @@ void QuadroFigura::Escolher()
     m_pastaInicial = caminho.left(caminho.lastIndexOf('/') + 1);
 }
 
-QString QuadroFigura::Tag() const
+EstadoDaFigura QuadroFigura::Tag() const
 {
     return m_imgFigura->Tag();
 }
@@ -127,13 +126,13 @@ QByteArray QuadroFigura::BytesAntigos() const
 
 void QuadroFigura::DarPorGravada(qint64 lngReceita)
 {
-    if (Tag() == EstadoFigura::kNada)
+    if (Tag().ENenhuma())
         return;
-    m_imgFigura->DefinirTag(EstadoFigura::kAntiga);
+    m_imgFigura->DefinirTag(EstadoDaFigura::Guardada().Tag());
     m_bytesAntigos = LerBytes(Figuras(m_banco).Caminho(Comandos::NomeFigura(lngReceita)));
 }
 
 bool QuadroFigura::FiguraMostrada() const
 {
-    return Tag() != EstadoFigura::kNada;
+    return !Tag().ENenhuma();
 }

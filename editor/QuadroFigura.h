@@ -1,5 +1,7 @@
 #pragma once
 
+#include "store/ReceitaNaTela.h"
+
 #include <QGroupBox>
 
 class Avisos;
@@ -25,7 +27,7 @@ public:
     /// placeholder and false. One that is too large to be shown gives the placeholder and false too, but
     /// keeps its tag: saving the recipe leaves it alone.
     bool MostrarAntiga(const QString &caminho);
-    QString Tag() const;
+    EstadoDaFigura Tag() const;
     /// The stored picture's bytes while the tag is "OLD", empty when they are too many to keep.
     QByteArray BytesAntigos() const;
     /// After a save the picture on screen is the recipe's own.
@@ -35,7 +37,7 @@ public:
 
 private:
     void Escolher();
-    void Mostrar(const QImage &imagem, const QString &tag);
+    void Mostrar(const QImage &imagem, const EstadoDaFigura &estado);
 
     const Banco &m_banco;
     Avisos &m_avisos;

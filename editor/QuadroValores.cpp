@@ -2,7 +2,7 @@
 
 #include "base/CampoTexto.h"
 #include "editor/Colagem.h"
-#include "editor/EstadoDaTela.h"
+#include "store/ReceitaNaTela.h"
 #include "editor/Rotulo.h"
 
 #include <QButtonGroup>
@@ -64,7 +64,7 @@ QuadroValores::QuadroValores(QWidget *parent)
     grade->setColumnStretch(1, 1);
 }
 
-void QuadroValores::Definir(const EstadoDaTela &tela)
+void QuadroValores::Definir(const ReceitaNaTela &tela)
 {
     DefinirTextoInteiro(*m_txtPorcoes, tela.txtPorcoes, kLimitePorcoes);
     DefinirTextoInteiro(*m_txtPreparo, tela.txtPreparo, kLimitePreparo);
@@ -75,7 +75,7 @@ void QuadroValores::Definir(const EstadoDaTela &tela)
     m_base->setExclusive(true);
 }
 
-void QuadroValores::Ler(EstadoDaTela &tela) const
+void QuadroValores::Ler(ReceitaNaTela &tela) const
 {
     tela.txtPorcoes = m_txtPorcoes->text();
     tela.txtPreparo = m_txtPreparo->text();

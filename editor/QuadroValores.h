@@ -5,7 +5,7 @@
 class CampoTexto;
 class QButtonGroup;
 class QRadioButton;
-struct EstadoDaTela;
+struct ReceitaNaTela;
 
 /// The frame `fraValores`: servings, preparation time, calories and what the calories count.
 class QuadroValores : public QGroupBox
@@ -19,8 +19,8 @@ public:
 
     explicit QuadroValores(QWidget *parent = nullptr);
 
-    void Definir(const EstadoDaTela &tela);
-    void Ler(EstadoDaTela &tela) const;
+    void Definir(const ReceitaNaTela &tela);
+    void Ler(ReceitaNaTela &tela) const;
     void FocarPorcoes();
     void FocarCalorias();
 

@@ -74,12 +74,12 @@ void EnvioEmail::imgEmail_Click(const ReceitaNaTela &receita)
 /// The picture's bytes, no value when there is no picture; a missing or unreadable file gives empty bytes.
 std::optional<QByteArray> EnvioEmail::LerFigura(const ReceitaNaTela &receita) const
 {
-    if (!receita.temFigura || receita.tagFigura == "NADA")
+    if (!receita.figuraMostrada || receita.imgFigura.ENenhuma())
         return std::nullopt;
-    const bool guardada = receita.tagFigura.isEmpty() || receita.tagFigura == "OLD";
+    const bool guardada = receita.imgFigura.EGuardada();
     const QString caminho =
         guardada ? m_figuras.Caminho(m_figuras.PegarNomeArquivo(Aparar(receita.txtNroReceita).toLongLong()))
-                 : receita.tagFigura;
+                 : receita.imgFigura.Tag();
     QFile arquivo(caminho);
     if (caminho.isEmpty() || !arquivo.open(QIODevice::ReadOnly))
         return QByteArray();

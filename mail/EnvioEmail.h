@@ -1,6 +1,6 @@
 #pragma once
 
-#include "mail/ReceitaNaTela.h"
+#include "store/ReceitaNaTela.h"
 
 #include <QByteArray>
 

@@ -92,7 +92,7 @@ QString Corpo(const ReceitaNaTela &receita)
 {
     QString corpo = "</TD></TR><TR><TD colSpan=3D2 vAlign=3Dtop><FONT face=3DVerdana size=3D2>"
                     "<B>Ingredientes : </B><BR>";
-    for (const QString &tag : receita.TrVwIngredientes)
+    for (const QString &tag : receita.ingredientes)
         corpo += LinhaDeIngrediente(tag);
     // Kept on purpose: a </DIV> that nothing opens, and "=size" further down.
     corpo += "</FONT></DIV></TD></TR><TR><TD colSpan=3D2><p align=3Djustify><FONT face=3DVerdana size=3D2>"

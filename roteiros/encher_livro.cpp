@@ -1,7 +1,6 @@
 // Fills a book with the recipes of a folder, through the same code that saves a recipe from the editor.
 //   encher_livro FOLDER_OF_THE_BOOK FOLDER_OF_THE_EXAMPLES
 #include "base/Relogio.h"
-#include "editor/EstadoFigura.h"
 #include "editor/GravarReceita.h"
 #include "editor/LinhaIngrediente.h"
 #include "exemplos/LeitorExemplos.h"
@@ -15,9 +14,9 @@
 
 namespace
 {
-EstadoDaTela ComoNaTela(const ReceitaExemplo &exemplo, const QString &figuras)
+ReceitaNaTela ComoNaTela(const ReceitaExemplo &exemplo, const QString &figuras)
 {
-    EstadoDaTela tela;
+    ReceitaNaTela tela;
     tela.txtNome = exemplo.nome;
     tela.cmbTipo = exemplo.tipo;
     tela.txtModo = exemplo.modo;
@@ -27,7 +26,7 @@ EstadoDaTela ComoNaTela(const ReceitaExemplo &exemplo, const QString &figuras)
     tela.txtCalorias = exemplo.calorias ? QString::number(exemplo.calorias) : QString();
     tela.optReceita = exemplo.tipoCalorias == 'R';
     tela.optPorcao = exemplo.tipoCalorias == 'P';
-    tela.imgFigura = exemplo.figura.isEmpty() ? EstadoFigura::kNada : figuras + '/' + exemplo.figura;
+    tela.imgFigura = exemplo.figura.isEmpty() ? EstadoDaFigura::Nenhuma() : figuras + '/' + exemplo.figura;
     for (const IngredienteExemplo &linha : exemplo.ingredientes)
         tela.ingredientes += LinhaIngrediente::De(linha.quantidade, linha.unidade, linha.ingrediente).Tag();
     return tela;
@@ -49,7 +48,7 @@ int main(int argc, char *argv[])
         const QString exemplos = QString::fromLocal8Bit(argv[2]);
         const QList<ReceitaExemplo> receitas = LeitorExemplos::LerPasta(exemplos + "/receitas");
         for (const ReceitaExemplo &receita : receitas) {
-            EstadoDaTela tela = ComoNaTela(receita, exemplos + "/figuras");
+            ReceitaNaTela tela = ComoNaTela(receita, exemplos + "/figuras");
             const qint64 numero = GravarReceita(banco, figuras, relogio, tela);
             // A recipe gets its origin with the package it came in; the editor has no field for it.
             banco.ExecutarSQL(QString("Update Receitas Set Origem = %1 Where id_receitas = %2")

@@ -73,7 +73,7 @@ private slots:
         B().ClicarNo(B().Linha(0));
 
         B().painel->NovaReceita();
-        const EstadoDaTela tela = B().painel->DadosDaTela();
+        const ReceitaNaTela tela = B().painel->DadosDaTela();
         for (const QString &texto :
              {tela.txtNroReceita, tela.txtNome, tela.txtOrigem, tela.cmbTipo, tela.txtModo, tela.txtObs,
               tela.txtPorcoes, tela.txtPreparo, tela.txtCalorias, tela.txtTipoRect})
@@ -269,14 +269,14 @@ private slots:
         B().EntrarMinimo();
         B().Digitar("txtCalorias", "1,5");
         B().Digitar("cmbTipo", "Bolos");
-        const EstadoDaTela antes = B().painel->DadosDaTela();
+        const ReceitaNaTela antes = B().painel->DadosDaTela();
         B().Clicar("cmdSalvarRct");
         QCOMPARE(B().avisos.avisos.size(), 1);
         QVERIFY(!B().avisos.avisos[0].isEmpty());
         QCOMPARE(B().avisos.ultimoIcone, Avisos::Icone::Parada);
         QCOMPARE(salva.size(), 0);
         QVERIFY(B().Linhas("Select * from Receitas").isEmpty());
-        const EstadoDaTela depois = B().painel->DadosDaTela();
+        const ReceitaNaTela depois = B().painel->DadosDaTela();
         QCOMPARE(depois.txtNome, antes.txtNome);
         QCOMPARE(depois.txtModo, antes.txtModo);
         QCOMPARE(depois.cmbTipo, antes.cmbTipo);
@@ -544,7 +544,7 @@ private slots:
                 QString("Insert into Ingredientes(id_receitas,Ingrediente,Quantidade,Unidade) values (1,%1)")
                     .arg(linha));
         B().painel->Carregar(1);
-        const EstadoDaTela tela = B().painel->DadosDaTela();
+        const ReceitaNaTela tela = B().painel->DadosDaTela();
         QCOMPARE(tela.txtNroReceita, "1");
         QCOMPARE(tela.txtNome, "Cuca");
         QCOMPARE(tela.cmbTipo, "Bolos");

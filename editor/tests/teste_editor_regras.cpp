@@ -1,5 +1,4 @@
 #include "base/Relogio.h"
-#include "editor/EstadoFigura.h"
 #include "editor/GravarReceita.h"
 #include "editor/LerReceita.h"
 #include "editor/LinhaIngrediente.h"
@@ -34,7 +33,7 @@ struct Livro {
     RelogioParado relogio;
 
     /// What a screen shows is saved; the screen itself is another's business.
-    qint64 Gravar(EstadoDaTela tela) const { return GravarReceita(banco, figuras, relogio, tela); }
+    qint64 Gravar(ReceitaNaTela tela) const { return GravarReceita(banco, figuras, relogio, tela); }
 
     QStringList Linhas(const QString &sql) const
     {
@@ -63,19 +62,19 @@ struct Livro {
     }
 };
 
-EstadoDaTela Minima()
+ReceitaNaTela Minima()
 {
-    EstadoDaTela tela;
+    ReceitaNaTela tela;
     tela.txtNome = "Pudim";
     tela.txtModo = "Cozinhe em banho-maria.";
-    tela.imgFigura = EstadoFigura::kNada;
+    tela.imgFigura = EstadoDaFigura::Nenhuma();
     tela.ingredientes = {Tag("1|lata|leite condensado")};
     return tela;
 }
 
-EstadoDaTela Cheia()
+ReceitaNaTela Cheia()
 {
-    EstadoDaTela tela = Minima();
+    ReceitaNaTela tela = Minima();
     tela.txtNome = "  Pão d'água ";
     tela.cmbTipo = " Pães ";
     tela.txtModo = "Sove.\r\n\r\nAsse.";
@@ -176,7 +175,7 @@ private slots:
             "Insert into Receitas(Nome,Data,Classificacao,Modo,Porcoes,Preparo,Tipo_Calorias,Calorias,"
             "Observacao,Figura) values ('Pão d''água',CDATE('2005-11-21'),'Pães','Sove.\r\n\r\nAsse.',12,"
             "'2 horas','P',250,'Rende ''bem''',NULL)");
-        EstadoDaTela vazia = Minima();
+        ReceitaNaTela vazia = Minima();
         QCOMPARE(
             Comandos::SqlInserirReceita(ReceitaDaTela(vazia), QDate(2005, 11, 21)),
             "Insert into Receitas(Nome,Data,Classificacao,Modo,Porcoes,Preparo,Tipo_Calorias,Calorias,"
@@ -218,7 +217,7 @@ private slots:
     void gravaAFiguraDeUmaReceitaNova()
     {
         Livro livro;
-        EstadoDaTela tela = Minima();
+        ReceitaNaTela tela = Minima();
         livro.Gravar(tela);
         tela.imgFigura = livro.Arquivo("foto.gif", "GIF89a bytes");
         QCOMPARE(livro.Gravar(tela), 2);
@@ -230,7 +229,7 @@ private slots:
     void copiaQueFalhaDeixaALinhaApontandoParaNada()
     {
         Livro livro;
-        EstadoDaTela tela = Minima();
+        ReceitaNaTela tela = Minima();
         tela.imgFigura = livro.pasta.filePath("sumiu.jpg");
         QCOMPARE(livro.Gravar(tela), 1);
         QCOMPARE(livro.Linhas("Select Figura from Receitas"), QStringList("F0000001.img"));
@@ -244,11 +243,11 @@ private slots:
         livro.Gravar(Cheia());
         livro.Gravar(Minima());
         livro.relogio.dia = QDate(2006, 1, 2);
-        EstadoDaTela tela = Cheia();
+        ReceitaNaTela tela = Cheia();
         tela.txtNroReceita = "1";
         tela.txtNome = "Pão";
         tela.optPorcao = false;
-        tela.imgFigura = EstadoFigura::kAntiga;
+        tela.imgFigura = EstadoDaFigura::Guardada();
         tela.ingredientes = {Tag("||sal"), Tag("1|kg|farinha")};
         QCOMPARE(livro.Gravar(tela), 1);
         QCOMPARE(livro.Linhas("Select id_receitas,Nome,Tipo_Calorias from Receitas Order By id_receitas"),
@@ -277,7 +276,7 @@ private slots:
     void alteraAFigura()
     {
         Livro livro;
-        EstadoDaTela tela = Minima();
+        ReceitaNaTela tela = Minima();
         tela.imgFigura = livro.Arquivo("um.jpg", "first");
         livro.Gravar(tela);
 
@@ -305,12 +304,12 @@ private slots:
         for (const bool calorias : {false, true}) {
             for (const bool nova : {false, true}) {
                 Livro livro;
-                EstadoDaTela tela = Minima();
+                ReceitaNaTela tela = Minima();
                 tela.imgFigura = livro.Arquivo("um.jpg", "first");
                 livro.Gravar(tela);
                 tela.txtNroReceita = nova ? "" : "1";
                 tela.txtNome = "Outro";
-                tela.imgFigura = calorias ? EstadoFigura::kNada : livro.Arquivo("dois.jpg", "second");
+                tela.imgFigura = calorias ? EstadoDaFigura::Nenhuma() : livro.Arquivo("dois.jpg", "second");
                 tela.ingredientes = {Tag("||nada")};
                 (calorias ? tela.txtCalorias : tela.txtPorcoes) = valor;
                 try {
@@ -334,7 +333,7 @@ private slots:
     void aceitaOsNumerosQueOLivroAceita()
     {
         Livro livro;
-        EstadoDaTela tela = Minima();
+        ReceitaNaTela tela = Minima();
         for (const auto &[valor, guardado] :
              {std::pair{" 12 ", "12"}, {"-3", "-3"}, {"007", "7"}, {"2.5", "2,5"}, {"", "0"}}) {
             tela.txtPorcoes = valor;
@@ -357,12 +356,12 @@ private slots:
         QFETCH(QString, qtde);
         for (const bool nova : {false, true}) {
             Livro livro;
-            EstadoDaTela tela = Minima();
+            ReceitaNaTela tela = Minima();
             tela.imgFigura = livro.Arquivo("um.jpg", "first");
             livro.Gravar(tela);
             tela.txtNroReceita = nova ? "" : "1";
             tela.txtNome = "Outro";
-            tela.imgFigura = EstadoFigura::kNada;
+            tela.imgFigura = EstadoDaFigura::Nenhuma();
             tela.ingredientes = {Tag("||um"), Tag(qtde + "||dois"), Tag("||três")};
             try {
                 livro.Gravar(tela);
@@ -399,7 +398,7 @@ private slots:
         QFETCH(QString, acao);
         QFETCH(QString, figura);
         Livro livro;
-        EstadoDaTela tela = Cheia();
+        ReceitaNaTela tela = Cheia();
         tela.imgFigura = livro.Arquivo("um.jpg", "first");
         livro.Gravar(tela);
         livro.Gravar(Minima());
@@ -435,13 +434,13 @@ private slots:
         for (int n = 0; falhou; n += 4) {
             QVERIFY(n < 1000);
             Livro livro;
-            EstadoDaTela tela = Minima();
+            ReceitaNaTela tela = Minima();
             tela.imgFigura = livro.Arquivo("um.jpg", "first");
             if (!nova)
                 GravarReceita(livro.banco, livro.figuras, livro.relogio, tela);
             else
                 livro.Linhas("Select Nome from Receitas"); // the book is made
-            EstadoDaTela depois = Cheia();
+            ReceitaNaTela depois = Cheia();
             depois.txtNroReceita = tela.txtNroReceita;
             depois.imgFigura = livro.Arquivo("dois.jpg", "second");
             falhou = false;
@@ -468,10 +467,10 @@ private slots:
     {
         for (const bool limpar : {false, true}) {
             Livro livro;
-            EstadoDaTela tela = Minima();
+            ReceitaNaTela tela = Minima();
             tela.imgFigura = livro.Arquivo("um.jpg", "first");
             GravarReceita(livro.banco, livro.figuras, livro.relogio, tela);
-            tela.imgFigura = limpar ? EstadoFigura::kNada : livro.Arquivo("dois.jpg", "second");
+            tela.imgFigura = limpar ? EstadoDaFigura::Nenhuma() : livro.Arquivo("dois.jpg", "second");
             tela.txtNome = "Outro"; // a row that stays the same is not written
             {
                 const GravacaoQueFalha falha(0);
@@ -485,7 +484,7 @@ private slots:
     void oCaractereNuloNaoImpedeDeGravar()
     {
         Livro livro;
-        EstadoDaTela tela = Minima();
+        ReceitaNaTela tela = Minima();
         tela.txtNome = QString("Pu") + QChar(0) + "dim";
         tela.txtPorcoes = QString("4") + QChar(0);
         tela.ingredientes = {Tag("1||sa") + QChar(0) + "l"};
@@ -497,7 +496,7 @@ private slots:
     void guardaTextoForaDaPaginaDeCodigo()
     {
         Livro livro;
-        EstadoDaTela tela = Minima();
+        ReceitaNaTela tela = Minima();
         tela.txtNome = "Борщ 饺子 😋";
         tela.ingredientes = {Tag("½|杯|味噌")};
         livro.Gravar(tela);

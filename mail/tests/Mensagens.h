@@ -1,6 +1,6 @@
 #pragma once
 
-#include "mail/ReceitaNaTela.h"
+#include "store/ReceitaNaTela.h"
 
 #include <QByteArray>
 #include <QList>
@@ -40,17 +40,17 @@ inline QList<MensagemGuardada> MensagensGuardadas()
     pao.optPorcao = true;
     pao.txtModo = "Misture tudo.\r\nDeixe crescer.\r\n\r\nAsse por 40 minutos. ";
     pao.txtObs = "Sirva quente.\r\nRende \u201Cmuito\u201D \u2026 \u20AC 5, \u2603 e \U0001F35E.";
-    pao.TrVwIngredientes = {Tag("1/2", "kg", "farinha"), Tag("", "", "sal"), Tag("2", "", "ovos"),
+    pao.ingredientes = {Tag("1/2", "kg", "farinha"), Tag("", "", "sal"), Tag("2", "", "ovos"),
                             Tag("", "colher", "açúcar")};
     pao.txtNroReceita = "42";
     pao.txtTipoRect = "2";
-    pao.temFigura = true;
-    pao.tagFigura = "OLD";
+    pao.figuraMostrada = true;
+    pao.imgFigura = "OLD";
 
     ReceitaNaTela porReceita = pao;
     porReceita.optPorcao = false;
     porReceita.optReceita = true;
-    porReceita.temFigura = false;
+    porReceita.figuraMostrada = false;
 
     ReceitaNaTela semBase = porReceita;
     semBase.optReceita = false;
@@ -58,8 +58,8 @@ inline QList<MensagemGuardada> MensagensGuardadas()
 
     ReceitaNaTela semFatos;
     semFatos.txtNome = "Água";
-    semFatos.tagFigura = "NADA";
-    semFatos.temFigura = true;
+    semFatos.imgFigura = "NADA";
+    semFatos.figuraMostrada = true;
 
     return {
         {"com_figura_por_porcao", pao, FiguraDeExemplo()},

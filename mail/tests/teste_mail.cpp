@@ -88,8 +88,8 @@ void TesteMail::init()
     m_receita.txtNome = "Bolo";
     m_receita.txtModo = "Asse.";
     m_receita.txtNroReceita = "1";
-    m_receita.temFigura = true;
-    m_receita.tagFigura = "OLD";
+    m_receita.figuraMostrada = true;
+    m_receita.imgFigura = "OLD";
 }
 
 void TesteMail::cleanup()
@@ -172,7 +172,7 @@ void TesteMail::figuraGuardadaVemDaPasta_data()
 void TesteMail::figuraGuardadaVemDaPasta()
 {
     QFETCH(QString, tag);
-    m_receita.tagFigura = tag;
+    m_receita.imgFigura = tag;
     Enviar(m_receita);
     QCOMPARE(Gravada(), MensagemReceita::Montar(m_receita, "figura guardada", kSite));
 }
@@ -181,7 +181,7 @@ void TesteMail::figuraEscolhidaENaoSalvaVemDoSeuCaminho()
 {
     const QString escolhida = m_pasta->filePath("minha foto.jpg");
     Escrever(escolhida, FiguraDeExemplo());
-    m_receita.tagFigura = escolhida;
+    m_receita.imgFigura = escolhida;
     Enviar(m_receita);
     QCOMPARE(Gravada(), MensagemReceita::Montar(m_receita, FiguraDeExemplo(), kSite));
 }
@@ -198,8 +198,8 @@ void TesteMail::semFiguraNaoLeNada()
 {
     QFETCH(bool, temFigura);
     QFETCH(QString, tag);
-    m_receita.temFigura = temFigura;
-    m_receita.tagFigura = tag;
+    m_receita.figuraMostrada = temFigura;
+    m_receita.imgFigura = tag;
     Enviar(m_receita);
     QCOMPARE(Gravada(), MensagemReceita::Montar(m_receita, std::nullopt, kSite));
 }
@@ -212,11 +212,11 @@ void TesteMail::figuraQueFaltaNaoEAvisada()
     Enviar(m_receita);
     QCOMPARE(Gravada(), vazia);
 
-    m_receita.tagFigura = m_pasta->filePath("sumiu.jpg");
+    m_receita.imgFigura = m_pasta->filePath("sumiu.jpg");
     Enviar(m_receita);
     QCOMPARE(Gravada(), vazia);
 
-    m_receita.tagFigura = "OLD";
+    m_receita.imgFigura = "OLD";
     m_receita.txtNroReceita = "999"; // no such recipe
     Enviar(m_receita);
     QCOMPARE(Gravada(), vazia);
@@ -250,7 +250,7 @@ void TesteMail::falhaAoGravarEDitaEDeixaAAnterior()
 void TesteMail::discoCheioEDitoEDeixaAAnterior()
 {
     Escrever(m_banco->Caminho("~temp.eml"), "a anterior");
-    m_receita.temFigura = false;
+    m_receita.figuraMostrada = false;
     {
         const LimiteDeArquivo disco(1000);
         Enviar(m_receita);

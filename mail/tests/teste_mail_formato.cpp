@@ -124,7 +124,7 @@ void TesteMailFormato::figuraQueFaltaDeixaAParteSemLinhas()
 void TesteMailFormato::semUnidadeFicamQuantidadeUmBrancoENome()
 {
     ReceitaNaTela receita = SoNome();
-    receita.TrVwIngredientes = {Tag("2", "", "ovos"), Tag("", "", "sal")};
+    receita.ingredientes = {Tag("2", "", "ovos"), Tag("", "", "sal")};
     QVERIFY(Montar(receita, std::nullopt, kSite)
                 .contains("<B>Ingredientes : </B><BR>2 ovos<BR> sal<BR></FONT></DIV>"));
 }
@@ -225,7 +225,7 @@ void TesteMailFormato::quebraEmCampoDeUmaLinhaNaoFazLinhaNova()
     receita.txtNome = "Torta\r\nBcc: x@y.example";
     receita.txtOrigem = receita.cmbTipo = receita.txtPreparo = receita.txtPorcoes = receita.txtCalorias =
         "a\r\nBcc: x";
-    receita.TrVwIngredientes = {QString("1\nBcc: x") + QChar(160) + "g\rBcc: x" + QChar(160) + "sal\r\nBcc: x"};
+    receita.ingredientes = {QString("1\nBcc: x") + QChar(160) + "g\rBcc: x" + QChar(160) + "sal\r\nBcc: x"};
     receita.txtModo = receita.txtObs = "um\nBcc: x\rBcc: x\r\ndois\ttrês";
     const QByteArray mensagem = Montar(receita, std::nullopt, kSite);
     QCOMPARE(Linha(mensagem, "Subject:"), QByteArray("Subject: Receita de Torta  Bcc: x@y.example"));
@@ -252,7 +252,7 @@ void TesteMailFormato::origemVaziaGuardaOsParenteses()
 void TesteMailFormato::tagIncompletaNaoDerruba()
 {
     ReceitaNaTela receita = SoNome();
-    receita.TrVwIngredientes = {"", "3"};
+    receita.ingredientes = {"", "3"};
     QVERIFY(Montar(receita, std::nullopt, kSite).contains("<B>Ingredientes : </B><BR> <BR>3 <BR></FONT>"));
 }
 

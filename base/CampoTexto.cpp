@@ -4,10 +4,12 @@
 #include "base/ModeloDeItens.h"
 #include "base/Texto.h"
 
+#include <QMimeData>
 #include <QAbstractItemView>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
-#include <QMimeData>
+
+#include <algorithm>
 
 namespace
 {
@@ -83,6 +85,22 @@ void CampoTexto::inputMethodEvent(QInputMethodEvent *event)
     QLineEdit::inputMethodEvent(event);
 }
 
+namespace
+{
+constexpr qsizetype kMaiorPalavra = 2000;
+
+qsizetype MaiorPalavra(const QString &texto)
+{
+    qsizetype maior = 0;
+    qsizetype atual = 0;
+    for (const QChar c : texto) {
+        atual = c.isSpace() ? 0 : atual + 1;
+        maior = std::max(maior, atual);
+    }
+    return maior;
+}
+} // namespace
+
 CampoMemo::CampoMemo(const QString &nome, QWidget *parent)
     : QPlainTextEdit(parent)
 {
@@ -102,11 +120,23 @@ QString CampoMemo::Texto() const
 
 void CampoMemo::DefinirTexto(const QString &texto)
 {
+    AjustarQuebra(texto);
     setPlainText(ComLf(texto));
+}
+
+/// Words of such a length are none: Qt looks for the end of one at every line that it breaks it into, and a
+/// megabyte without a blank would take minutes.
+void CampoMemo::AjustarQuebra(const QString &texto)
+{
+    const bool palavras = MaiorPalavra(texto) <= kMaiorPalavra;
+    setWordWrapMode(palavras ? QTextOption::WrapAtWordBoundaryOrAnywhere : QTextOption::WrapAnywhere);
 }
 
 void CampoMemo::insertFromMimeData(const QMimeData *source)
 {
+    // With what stands before and behind it a pasted word may be twice as long, and is still no trouble.
+    if (MaiorPalavra(source->text()) > kMaiorPalavra)
+        AjustarQuebra(source->text());
     if (!source->hasText() || !source->text().contains(QChar::Null)) {
         QPlainTextEdit::insertFromMimeData(source);
         return;

@@ -49,6 +49,9 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
     void inputMethodEvent(QInputMethodEvent *event) override;
     void insertFromMimeData(const QMimeData *source) override;
+
+private:
+    void AjustarQuebra(const QString &texto);
 };
 
 /**

@@ -74,3 +74,24 @@ QString SemControles(QString texto)
         std::replace_if(texto.begin(), texto.end(), controle, QChar(u' '));
     return texto;
 }
+
+QString ParaMostrar(const QString &texto, qsizetype maximo)
+{
+    constexpr int kMaisMarcas = 8;
+    const bool longo = texto.size() > maximo;
+    QString saida = longo ? texto.first(maximo) : texto;
+    int marcas = 0;
+    const auto demais = [&marcas](QChar c) {
+        marcas = c.isMark() ? marcas + 1 : 0;
+        return marcas > kMaisMarcas;
+    };
+    if (std::any_of(saida.cbegin(), saida.cend(), demais)) {
+        marcas = 0;
+        saida.removeIf(demais);
+    }
+    if (!longo)
+        return saida;
+    if (!saida.isEmpty() && saida.back().isHighSurrogate())
+        saida.chop(1);
+    return saida + "...";
+}

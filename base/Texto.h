@@ -14,6 +14,10 @@ double Val(QStringView texto);
 /// character.
 QString RemoveEnter(const QString &texto);
 
+/// The text as it can be shown at once, however long it is: at most `maximo` characters, "..." behind what was
+/// cut, and not more than a few marks on any letter (a font lays thousands of them out one upon the other).
+QString ParaMostrar(const QString &texto, qsizetype maximo);
+
 /// How often `procurado` occurs in `texto`, counted without overlap; 0 for an empty `procurado`.
 int ContarOcorrencias(QStringView texto, QStringView procurado);
 

@@ -26,6 +26,10 @@ constexpr double kLarguraFigura = 55.0;
 constexpr double kAlturaFigura = 45.0;
 // Between the picture and the lines beside it, which are broken before they would run under it.
 constexpr double kAoLadoDaFigura = 2.0;
+// What no cook reads: a text without end, or twenty thousand lines, must not hold the window. The paper has all.
+constexpr qsizetype kMaisLetras = 1000;   ///< of a value in one line
+constexpr qsizetype kMaisTexto = 200'000; ///< of the method and the remarks
+constexpr qsizetype kMaisLinhas = 2000;   ///< of ingredients
 constexpr double kSemFim = std::numeric_limits<double>::max();
 
 constexpr auto kIngredientes = "Ingredientes : ";
@@ -36,7 +40,7 @@ QList<Cartao::Fato> FatosDe(const Receita &receita)
 {
     QList<Cartao::Fato> fatos;
     const auto juntar = [&fatos](const QString &rotulo, const QString &valor) {
-        fatos.append({rotulo, valor});
+        fatos.append({rotulo, ParaMostrar(valor, kMaisLetras)});
     };
     if (!receita.Classificacao.isEmpty())
         juntar("Tipo : ", receita.Classificacao);
@@ -134,16 +138,21 @@ Cartao Cartao::Ler(const Banco &banco, qint64 lngReceita)
     const Receita receita = LerReceita(banco, lngReceita);
     Cartao cartao;
     cartao.numero = lngReceita;
-    cartao.nome = receita.Nome;
-    cartao.origem = receita.Origem;
+    cartao.nome = ParaMostrar(receita.Nome, kMaisLetras);
+    cartao.origem = ParaMostrar(receita.Origem, kMaisLetras);
     cartao.fatos = FatosDe(receita);
-    for (const LinhaDaReceita &linha : receita.Ingredientes)
-        cartao.ingredientes += LinhaPorExtenso(linha);
+    for (const LinhaDaReceita &linha : receita.Ingredientes) {
+        if (cartao.ingredientes.size() == kMaisLinhas) {
+            cartao.ingredientes += QString("... e mais %1").arg(receita.Ingredientes.size() - kMaisLinhas);
+            break;
+        }
+        cartao.ingredientes += ParaMostrar(LinhaPorExtenso(linha), kMaisLetras);
+    }
     if (!receita.Figura.isEmpty())
         cartao.figura = Reduzir(CarregarImagem(Figuras(banco).Caminho(receita.Figura)));
     // A book or package from elsewhere may hold lone LFs, which alone would join the lines they part.
-    cartao.modo = RemoveEnter(ComCrLf(receita.Modo));
-    cartao.observacao = RemoveEnter(ComCrLf(receita.Observacao));
+    cartao.modo = ParaMostrar(RemoveEnter(ComCrLf(receita.Modo)), kMaisTexto);
+    cartao.observacao = ParaMostrar(RemoveEnter(ComCrLf(receita.Observacao)), kMaisTexto);
     cartao.podeAlterar = PodeAlterar(receita.Tipo);
     return cartao;
 }

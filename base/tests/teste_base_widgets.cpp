@@ -167,6 +167,21 @@ private slots:
         QCOMPARE(memo.Texto(), QString("Bolo"));
     }
 
+    /// A megabyte without a blank is broken anywhere: looking for the ends of its words takes minutes.
+    void oMemoQuebraPalavrasSemFimEmQualquerLugar()
+    {
+        CampoMemo memo("txtModo");
+        memo.DefinirTexto(QString("palavra ").repeated(1000));
+        QCOMPARE(memo.wordWrapMode(), QTextOption::WrapAtWordBoundaryOrAnywhere);
+        memo.DefinirTexto(QString(3000, 'x'));
+        QCOMPARE(memo.wordWrapMode(), QTextOption::WrapAnywhere);
+        memo.DefinirTexto("curto");
+        QCOMPARE(memo.wordWrapMode(), QTextOption::WrapAtWordBoundaryOrAnywhere);
+        QGuiApplication::clipboard()->setText(QString(3000, 'y'));
+        memo.paste();
+        QCOMPARE(memo.wordWrapMode(), QTextOption::WrapAnywhere);
+    }
+
     void oMemoGuardaParagrafosEBrancosInseparaveis()
     {
         CampoMemo memo("txtModo");

@@ -538,6 +538,25 @@ private slots:
                                  "Ingredientes : \n2 xícaras farinha\nModo de Preparo : \nBata.\nAsse.\n"
                                  "Informações Adicionais : \nSirva.");
     }
+
+    /// What a package can bring and no cook reads: shown cut, with a bounded number of strokes of the pen.
+    void textosSemFimCabemNoCartao()
+    {
+        Livro livro;
+        const QString mega(1'000'000, 'x');
+        const QString acentos = "a" + QString(3000, QChar(0x301));
+        livro.banco.ExecutarSQL("Insert into Receitas(Nome,Modo,Origem,Observacao) values ('" + mega + "','" + mega +
+                                "','" + acentos + "','" + mega + "')");
+        for (int i = 0; i < 3; ++i)
+            livro.banco.ExecutarSQL(Comandos::SqlInserirIngrediente(1, i == 1 ? acentos : "sal", "1", ""));
+        const Cartao cartao = Cartao::Ler(livro.banco, 1);
+        QCOMPARE(cartao.nome, QString(1000, 'x') + "...");
+        QVERIFY(cartao.origem.size() < 20);
+        QCOMPARE(cartao.modo.size(), 200'003);
+        SuperficieGravadora superficie;
+        cartao.Desenhar(superficie);
+        QVERIFY(superficie.passos.size() < 20'000);
+    }
 };
 
 QTEST_MAIN(TesteBrowseRegras)

@@ -493,7 +493,7 @@ private slots:
     {
         Livro livro;
         const qint64 n = livro.Guardar({.nome = "B", .figura = true});
-        QImage foto(3000, 200, QImage::Format_RGB32);
+        QImage foto(2500, 200, QImage::Format_RGB32);
         foto.fill(Qt::red);
         QByteArray bytes;
         QBuffer saida(&bytes);

@@ -19,20 +19,20 @@ struct Fechar {
 using Conexao = std::unique_ptr<sqlite3, Fechar>;
 
 /// One row of the schema.
-struct Peca {
+struct Objeto {
     QByteArray tipo, nome, tabela, sql;
 
     /// As the engine writes it for one and the same statement.
     QByteArray Tudo() const { return tipo + '\0' + nome + '\0' + tabela + '\0' + sql; }
 };
 
-int Ler(sqlite3 *conexao, QList<Peca> &pecas)
+int Ler(sqlite3 *conexao, QList<Objeto> &objetos)
 {
     const auto guardar = [](void *onde, int, char **valores, char **) {
-        static_cast<QList<Peca> *>(onde)->append({valores[0], valores[1], valores[2], valores[3]});
+        static_cast<QList<Objeto> *>(onde)->append({valores[0], valores[1], valores[2], valores[3]});
         return 0;
     };
-    return sqlite3_exec(conexao, "SELECT type,name,tbl_name,sql FROM sqlite_master", guardar, &pecas, nullptr);
+    return sqlite3_exec(conexao, "SELECT type,name,tbl_name,sql FROM sqlite_master", guardar, &objetos, nullptr);
 }
 
 /// Everything that today's version makes: each version holds all that those before it did.
@@ -43,26 +43,26 @@ const QSet<QByteArray> &Conhecidas()
         sqlite3 *memoria = nullptr;
         sqlite3_open_v2(":memory:", &memoria, SQLITE_OPEN_READWRITE | SQLITE_OPEN_MEMORY, nullptr);
         const Conexao conexao(memoria);
-        QList<Peca> pecas;
+        QList<Objeto> objetos;
         if (Funcoes::Registrar(memoria) == SQLITE_OK &&
             sqlite3_exec(memoria, Esquema::Livro().constData(), nullptr, nullptr, nullptr) == SQLITE_OK)
-            Ler(memoria, pecas);
-        for (const Peca &peca : pecas)
-            todas += peca.Tudo();
+            Ler(memoria, objetos);
+        for (const Objeto &objeto : objetos)
+            todas += objeto.Tudo();
         return todas;
     }();
     return conhecidas;
 }
 
 /// The engine's own counters of rows, which other tools leave behind.
-bool DoMotor(const Peca &peca)
+bool DoMotor(const Objeto &objeto)
 {
-    return peca.tipo == "table" && (peca.nome == "sqlite_stat1" || peca.nome == "sqlite_stat4");
+    return objeto.tipo == "table" && (objeto.nome == "sqlite_stat1" || objeto.nome == "sqlite_stat4");
 }
 
-bool TemTabela(const QList<Peca> &pecas, const char *nome)
+bool TemTabela(const QList<Objeto> &objetos, const char *nome)
 {
-    return std::any_of(pecas.begin(), pecas.end(), [nome](const Peca &peca) { return peca.nome == nome; });
+    return std::any_of(objetos.begin(), objetos.end(), [nome](const Objeto &objeto) { return objeto.nome == nome; });
 }
 } // namespace
 
@@ -75,11 +75,11 @@ ExameEsquema ExaminarEsquema(const QString &caminho, bool semTocar)
     int rc = sqlite3_open_v2(endereco.constData(), &aberta,
                              SQLITE_OPEN_READONLY | SQLITE_OPEN_URI | SQLITE_OPEN_NOMUTEX, nullptr);
     const Conexao conexao(aberta);
-    QList<Peca> pecas;
+    QList<Objeto> objetos;
     if (rc == SQLITE_OK) {
         sqlite3_busy_timeout(aberta, kEsperaMs);
         sqlite3_db_config(aberta, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
-        rc = Ler(aberta, pecas);
+        rc = Ler(aberta, objetos);
     }
     switch (rc & 0xFF) {
     case SQLITE_OK:
@@ -91,11 +91,11 @@ ExameEsquema ExaminarEsquema(const QString &caminho, bool semTocar)
     default:
         return {};
     }
-    if (!TemTabela(pecas, "Receitas") || !TemTabela(pecas, "Ingredientes"))
+    if (!TemTabela(objetos, "Receitas") || !TemTabela(objetos, "Ingredientes"))
         return {ExameEsquema::Origem::Outro, {}};
-    for (const Peca &peca : std::as_const(pecas)) {
-        if (!Conhecidas().contains(peca.Tudo()) && !DoMotor(peca))
-            return {ExameEsquema::Origem::Mexido, QString::fromUtf8(peca.nome)};
+    for (const Objeto &objeto : std::as_const(objetos)) {
+        if (!Conhecidas().contains(objeto.Tudo()) && !DoMotor(objeto))
+            return {ExameEsquema::Origem::Mexido, QString::fromUtf8(objeto.nome)};
     }
     return {ExameEsquema::Origem::Nosso, {}};
 }

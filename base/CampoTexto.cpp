@@ -4,10 +4,10 @@
 #include "base/ModeloDeItens.h"
 #include "base/Texto.h"
 
-#include <QMimeData>
 #include <QAbstractItemView>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
+#include <QMimeData>
 
 #include <algorithm>
 

@@ -10,7 +10,10 @@
 
 #include <QApplication>
 #include <QPushButton>
+#include <QElapsedTimer>
+#include <QProcess>
 #include <QRandomGenerator>
+#include <QTimer>
 
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
@@ -243,6 +246,100 @@ void ExportarComFiguras(benchmark::State &estado)
         receitas * 1e-3, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
 
+/// What a package of so many megabytes of text holds, most of it in one place.
+enum class Caso { Modo, Receitas, Figura };
+
+QByteArray TextoGrande(Caso caso, qsizetype bytes)
+{
+    Pacote::Receita receita;
+    receita.Nome = "Grande";
+    QByteArray texto = Pacote::EscreverCabecalho();
+    switch (caso) {
+    case Caso::Modo:
+        receita.Modo = QString(bytes, 'x');
+        return texto + Pacote::EscreverReceita(receita);
+    case Caso::Figura:
+        receita.Figura = "x.img";
+        receita.DadosFigura = QByteArray(bytes / 4 * 3, 'f');
+        return texto + Pacote::EscreverReceita(receita);
+    case Caso::Receitas:
+        break;
+    }
+    receita.Modo = QString(3'900'000, 'x');
+    const QByteArray uma = Pacote::EscreverReceita(receita);
+    for (qsizetype i = 0; i < std::max<qsizetype>(bytes / uma.size(), 1); ++i)
+        texto += uma;
+    return texto;
+}
+
+/// Imports a package as the program does and says the longest time, in milliseconds, in which no event of the
+/// window got through.
+int ImportarParaMedir(const QString &pasta, const QString &pacote)
+{
+    const Banco banco(pasta);
+    const Figuras figuras(banco);
+    AvisosDeTeste avisos;
+    avisos.resposta = true;
+    RelogioParado relogio;
+    frmImportacao form(banco, figuras, avisos, relogio);
+    QElapsedTimer carga;
+    carga.start();
+    if (!form.CarregarReceitas(pacote))
+        return 1;
+    const qint64 carregado = carga.elapsed();
+    form.show();
+    qint64 maior = 0;
+    QElapsedTimer desde;
+    QTimer batida;
+    QObject::connect(&batida, &QTimer::timeout, &batida, [&] { maior = std::max(maior, desde.restart()); });
+    desde.start();
+    batida.start(0);
+    form.findChild<QPushButton *>("cmdSalvarIngredientes")->click();
+    printf("%lld %lld\n", static_cast<long long>(carregado), static_cast<long long>(std::max(maior, desde.elapsed())));
+    return avisos.ditos.isEmpty() ? 1 : 0;
+}
+
+/// Peak memory of a process that imports a package of so much text, and its longest silence.
+void MemoriaDaImportacao(benchmark::State &estado)
+{
+    QTemporaryDir pasta;
+    const QString pacote = pasta.filePath("p.lr$");
+    {
+        QByteArray recipiente;
+        Recipiente::Compactar(TextoGrande(Caso(estado.range(0)), estado.range(1) * 1'000'000), recipiente, 1);
+        GravarArquivo(pacote, recipiente);
+        estado.counters["package_MB"] = static_cast<double>(recipiente.size()) / 1e6;
+    }
+    for (auto _ : estado) {
+        const QString livro = pasta.filePath("livro");
+        QDir(livro).removeRecursively();
+        QDir().mkpath(livro);
+        QProcess filho;
+        filho.start("/usr/bin/env", {"bash", "-c",
+                                     "\"$0\" --importar \"$1\" \"$2\" & p=$!; while kill -0 $p 2>/dev/null; do "
+                                     "grep -s VmHWM /proc/$p/status; sleep 0.02; done; wait $p",
+                                     QCoreApplication::applicationFilePath(), livro, pacote});
+        filho.waitForFinished(-1);
+        if (filho.exitCode() != 0)
+            estado.SkipWithError("the import failed");
+        double pico = 0;
+        for (const QByteArray &linha : filho.readAllStandardOutput().split('\n')) {
+            if (linha.startsWith("VmHWM:"))
+                pico = std::max(pico, linha.mid(6).trimmed().split(' ').first().toDouble() * 1024);
+            else if (const QList<QByteArray> numeros = linha.split(' '); numeros.size() == 2) {
+                estado.counters["load_ms"] = numeros[0].toDouble();
+                estado.counters["silence_ms"] = numeros[1].toDouble();
+            }
+        }
+        estado.counters["peak_MB"] = pico / 1e6;
+    }
+}
+
+BENCHMARK(MemoriaDaImportacao)
+    ->ArgsProduct({{int(Caso::Modo), int(Caso::Receitas), int(Caso::Figura)}, {1, 20, 100, 500}})
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(1)
+    ->UseRealTime();
 BENCHMARK(CodificarQByteArray)->Arg(20'000)->Arg(1'000'000);
 BENCHMARK(CodificarBase64Class)->Arg(20'000)->Arg(1'000'000);
 BENCHMARK(DecodificarQByteArray)->Arg(20'000)->Arg(1'000'000);
@@ -266,6 +363,8 @@ int main(int argc, char **argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication app(argc, argv);
+    if (const QStringList argumentos = QApplication::arguments(); argumentos.value(1) == "--importar")
+        return ImportarParaMedir(argumentos.value(2), argumentos.value(3));
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     return 0;

@@ -266,8 +266,9 @@ QString Pagina::PorReceitas()
 
 void Pagina::PorDados()
 {
-    Por("<script type=\"application/ld+json\" id=\"dados\">[");
-    bool primeira = true;
+    // Readers of pages do not take a script of any length.
+    constexpr int kPorBloco = 1000;
+    int noBloco = 0;
     QStringList tipos;
     for (const ReceitaDoLivro &r : m_saida.receitas) {
         QJsonObject objeto = ParaSchema(r.receita);
@@ -275,13 +276,19 @@ void Pagina::PorDados()
         objeto[kChaveNossa] = ChaveNossa(r.receita);
         if (m_temFigura.value(r.numero))
             objeto["image"] = "#figura-" + QString::number(r.numero);
-        Por((primeira ? "\n" : ",\n") + JsonNaPagina(QJsonDocument(objeto)));
-        primeira = false;
+        if (noBloco == kPorBloco) {
+            Por("\n]</script>\n");
+            noBloco = 0;
+        }
+        Por((noBloco == 0 ? "<script type=\"application/ld+json\">[\n" : ",\n") + JsonNaPagina(QJsonDocument(objeto)));
+        ++noBloco;
         if (!r.receita.Classificacao.isEmpty() && !tipos.contains(r.receita.Classificacao))
             tipos += r.receita.Classificacao;
     }
     std::sort(tipos.begin(), tipos.end(), [](const QString &a, const QString &b) { return Ordem::Comparar(a, b) < 0; });
-    Por("\n]</script>\n<script type=\"application/json\" id=\"tipos\">" +
+    if (noBloco > 0)
+        Por("\n]</script>\n");
+    Por("<script type=\"application/json\" id=\"tipos\">" +
         JsonNaPagina(QJsonDocument(QJsonArray::fromStringList(tipos))) + "</script>\n");
     QJsonObject plurais;
     for (const auto &[um, varios] : Palavras::Da().Plurais())

@@ -98,7 +98,7 @@ public:
     /// The end of `frase` (folded) when it stands at i and no letter follows; -1 otherwise.
     qsizetype Frase(qsizetype i, const QString &frase) const
     {
-        if (i < 0 || frase.isEmpty() || i > m_dobrado.size() ||
+        if (i < 0 || frase.isEmpty() || i >= m_dobrado.size() || m_dobrado[i] != frase[0] ||
             !QStringView(m_dobrado).sliced(i).startsWith(frase))
             return -1;
         const qsizetype fim = i + frase.size();

@@ -8,7 +8,10 @@ function guardar() { try { localStorage.setItem(CHAVE, JSON.stringify(memoria));
 var dados = null, porId = {};
 function receitas() {
   if (!dados) {
-    dados = JSON.parse(pedir('dados').textContent);
+    dados = [];
+    D.querySelectorAll('script[type="application/ld+json"]').forEach(function (s) {
+      dados = dados.concat(JSON.parse(s.textContent));
+    });
     dados.forEach(function (r) { porId[r['@id'].slice(1)] = r; });
   }
   return dados;

@@ -32,6 +32,7 @@ private slots:
     void JsonEditado();
     void Pagina();
     void PaginaPequena();
+    void PaginaEmBlocos();
     void Pacote();
     void Access();
     void AccessGrande();
@@ -180,6 +181,25 @@ void TesteSaidas::PaginaPequena()
     const QString saida = m_pasta.filePath("uma.html");
     QCOMPARE(GravarPagina({*m_livro, m_livro->Receitas().mid(0, 1), {}}, saida, "nenhuma", m_relato), QString());
     QVERIFY2(QFileInfo(saida).size() < 60 * 1024, qPrintable(QString::number(QFileInfo(saida).size())));
+}
+
+// Many recipes stand in several scripts, for readers take none of any length.
+void TesteSaidas::PaginaEmBlocos()
+{
+    QTemporaryDir pasta;
+    QList<Receita> receitas = ReceitasGeradas::Gerar(1100, 5);
+    for (Receita &r : receitas) {
+        r.Figura.clear();
+        r.DadosFigura.clear();
+    }
+    QVERIFY(ReceitasGeradas::GravarLivro(pasta.path(), receitas));
+    const LivroAberto livro(pasta.path());
+    const QString saida = pasta.filePath("livro.html");
+    QCOMPARE(GravarPagina({livro, livro.Receitas(), {}}, saida, "todas", m_relato), QString());
+    QFile arquivo(saida);
+    QVERIFY(arquivo.open(QIODevice::ReadOnly));
+    QCOMPARE(arquivo.readAll().count("application/ld+json\">"), 2);
+    QCOMPARE(Voltar(saida).size(), 1100);
 }
 
 void TesteSaidas::Pacote()

@@ -2,6 +2,7 @@
 
 #include "base/Ordem.h"
 #include "formatos/Limpeza.h"
+#include "packages/Pacote.h"
 #include "packages/Recipiente.h"
 #include "store/Comandos.h"
 

@@ -720,14 +720,31 @@ QList<Receita> Formatos::LerCsv(const Entrada &entrada, Relato &relato)
     return receitas;
 }
 
+namespace
+{
+/// These formats hold one recipe a file: what is larger is none.
+bool GrandeDemais(const Entrada &entrada, Relato &relato)
+{
+    constexpr qsizetype kMaiorReceita = 4 * 1024 * 1024;
+    if (entrada.bytes.size() <= kMaiorReceita)
+        return false;
+    relato.Avisar("O arquivo é grande demais para uma receita.");
+    return true;
+}
+} // namespace
+
 QList<Receita> Formatos::LerCooklang(const Entrada &entrada, Relato &relato)
 {
+    if (GrandeDemais(entrada, relato))
+        return {};
     const std::optional<Receita> receita = LeitorCooklang().Ler(entrada, relato);
     return receita ? QList<Receita>{*receita} : QList<Receita>();
 }
 
 QList<Receita> Formatos::LerMarkdown(const Entrada &entrada, Relato &relato)
 {
+    if (GrandeDemais(entrada, relato))
+        return {};
     const std::optional<Receita> receita = LeitorMarkdown().Ler(entrada, relato);
     return receita ? QList<Receita>{*receita} : QList<Receita>();
 }

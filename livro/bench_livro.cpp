@@ -5,6 +5,8 @@
 #include "formatos/Importador.h"
 #include "formatos/tests/ReceitasGeradas.h"
 
+#include "packages/Pacote.h"
+
 #include <QFile>
 #include <QJsonDocument>
 #include <QTemporaryDir>

@@ -32,6 +32,7 @@ private slots:
     void ZipNoZip();
     void LigacaoParaFora();
     void UmaEstragadaOutraNao();
+    void UmaReceitaSemTamanho();
     void FiguraQueNaoE();
 };
 
@@ -228,6 +229,13 @@ void TesteHostis::UmaEstragadaOutraNao()
     const QList<Receita> lidas = Ler(pagina, relato, "p.html");
     QCOMPARE(lidas.size(), 1);
     QCOMPARE(lidas[0].Nome, QString("Inteira"));
+    QVERIFY(!relato.Avisos().isEmpty());
+}
+
+void TesteHostis::UmaReceitaSemTamanho()
+{
+    Relato relato;
+    QCOMPARE(Ler("# a\n\n---\n" + QByteArray("- *1 g* x\n").repeated(600'000) + "---\nx", relato, "a.md").size(), 0);
     QVERIFY(!relato.Avisos().isEmpty());
 }
 

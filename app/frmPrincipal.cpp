@@ -13,6 +13,8 @@
 #include "base/Comando.h"
 #include "base/EventosPendentes.h"
 #include "base/Fontes.h"
+#include "base/OperacaoLonga.h"
+#include "base/Ponteiro.h"
 #include "base/Twips.h"
 #include "browse/Exclusao.h"
 #include "browse/ListaReceitas.h"
@@ -27,6 +29,7 @@
 #include "news/PainelNovidades.h"
 #include "print/Impressao.h"
 #include "store/Banco.h"
+#include "store/ErroBanco.h"
 
 #include <QAccessible>
 #include <QApplication>
@@ -323,6 +326,7 @@ void frmPrincipal::PrimeiraAtivacao()
         Proteger(m_portas.avisos, [this] { m_banco.LerUmaVez(); });
         m_lista->imgLstRcta_Click();
         AtualizarBotoes(nullptr);
+        EvoluirLivro();
     });
 }
 
@@ -423,6 +427,26 @@ void frmPrincipal::ConcluirRestauracao()
     Proteger(m_portas.avisos, [this] { m_backup->ConcluirRestauracao(); });
 }
 
+// A large book of an older version gets its indexes at the first quiet moment; small ones have them already.
+void frmPrincipal::EvoluirLivro()
+{
+    QuandoLivre([this] {
+        if (!m_banco.PrecisaEvoluir())
+            return;
+        try {
+            OperacaoLonga operacao(*m_picMsg, "Preparando o Livro de Receitas...", 1);
+            m_banco.Evoluir([&operacao](int feito, int total) {
+                operacao.DefinirMaximo(total);
+                operacao.DefinirValor(feito);
+                return !Encerrando();
+            });
+        } catch (const ErroBanco &) {
+            // A book that cannot be written, or an end that came first: it goes on as it is.
+            Ponteiro::Normal();
+        }
+    });
+}
+
 void frmPrincipal::QuandoLivre(std::function<void()> tarefa)
 {
     Operacao::QuandoLivre(this, [this, tarefa = std::move(tarefa)] { Proteger(m_portas.avisos, tarefa); });
@@ -477,4 +501,5 @@ void frmPrincipal::LivroRestaurado()
     // Every view reads the book afresh when it opens; what still stands in the hidden editor is forgotten.
     // That is also the first reading of the restored book: an old one is converted now, a bad one reported.
     QuandoLivre([this] { m_editor->NovaReceita(); });
+    EvoluirLivro();
 }

@@ -111,6 +111,7 @@ private:
     void Minimizar();
     void Sair();
     void ConcluirRestauracao();
+    void EvoluirLivro();
     /// Runs `tarefa` once nothing is under way, and reports what it throws.
     void QuandoLivre(std::function<void()> tarefa);
 

@@ -1,10 +1,15 @@
 #include "browse/LinhasLista.h"
 
+#include "base/EventosPendentes.h"
 #include "base/Numero.h"
 #include "base/Ordem.h"
 
+#include <QElapsedTimer>
+
 #include <algorithm>
 #include <numeric>
+#include <string>
+#include <unordered_map>
 
 LinhasLista::LinhasLista(RecordSet receitas, qint64 lngLimiteCalorias)
     : m_receitas(std::move(receitas))
@@ -41,7 +46,7 @@ bool LinhasLista::Tomar(int quantos)
 
 bool LinhasLista::PorPorcao(int registro) const
 {
-    return m_receitas.TextoEm(registro, m_campos.tipoCalorias) == QLatin1String("P");
+    return m_receitas.Utf8Em(registro, m_campos.tipoCalorias) == "P";
 }
 
 namespace
@@ -67,7 +72,7 @@ bool LinhasLista::AcimaDoLimite(int registro) const
 
 qint64 LinhasLista::Receita(int linha) const
 {
-    return m_receitas.ValorEm(m_linhas.at(static_cast<std::size_t>(linha)), m_campos.numero).toLongLong();
+    return m_receitas.InteiroEm(m_linhas.at(static_cast<std::size_t>(linha)), m_campos.numero);
 }
 
 QString LinhasLista::Chave(int linha) const
@@ -104,28 +109,111 @@ QString LinhasLista::Tag(int linha) const
 
 bool LinhasLista::TemFigura(int linha) const
 {
-    return !m_receitas.TextoEm(m_linhas.at(static_cast<std::size_t>(linha)), m_campos.figura).isEmpty();
+    return !m_receitas.Utf8Em(m_linhas.at(static_cast<std::size_t>(linha)), m_campos.figura).empty();
+}
+
+namespace
+{
+/// Lets the window paint every few milliseconds of a long loop.
+class Respiro
+{
+public:
+    Respiro() { m_relogio.start(); }
+    void operator()()
+    {
+        constexpr int kVezes = 1024;
+        constexpr int kMs = 8;
+        if (++m_vezes % kVezes != 0 || !m_relogio.hasExpired(kMs))
+            return;
+        MostrarMudancas();
+        m_relogio.start();
+    }
+
+private:
+    QElapsedTimer m_relogio;
+    int m_vezes = 0;
+};
+} // namespace
+
+/// The names come in their order: a recipe's place among them is its record, but for equal ones. Empty when
+/// they do not come so.
+std::vector<int> LinhasLista::PostosDoNome() const
+{
+    std::vector<int> postos(static_cast<std::size_t>(m_receitas.RecordCount()), 0);
+    Respiro respirar;
+    for (std::size_t i = 1; i < postos.size(); ++i) {
+        const auto registro = static_cast<int>(i);
+        const int c = Ordem::Comparar(m_receitas.Utf8Em(registro - 1, m_campos.nome),
+                                      m_receitas.Utf8Em(registro, m_campos.nome));
+        if (c > 0)
+            return {};
+        postos[i] = postos[i - 1] + (c < 0 ? 1 : 0);
+        respirar();
+    }
+    return postos;
+}
+
+/// The place of every record by a column: equal texts have the same, a later text a higher one.
+std::vector<int> LinhasLista::Postos(Coluna coluna) const
+{
+    const int campos[kColunas] = {m_campos.nome, m_campos.classificacao, m_campos.origem, m_campos.preparo,
+                                  m_campos.calorias};
+    const int campo = campos[coluna];
+    if (coluna == Nome)
+        if (std::vector<int> postos = PostosDoNome(); !postos.empty())
+            return postos;
+
+    // Most columns hold few texts many times: only those are put in order.
+    struct Distinto {
+        std::string chave;
+        int qual;
+    };
+    std::unordered_map<quint64, int> conhecidos;
+    std::vector<Distinto> distintos;
+    std::vector<int> postos(static_cast<std::size_t>(m_receitas.RecordCount()));
+    Respiro respirar;
+    for (std::size_t i = 0; i < postos.size(); ++i) {
+        const auto registro = static_cast<int>(i);
+        const auto [achado, novo] =
+            conhecidos.try_emplace(m_receitas.MarcaEm(registro, campo), static_cast<int>(distintos.size()));
+        if (novo)
+            distintos.push_back(
+                {Ordem::Chave(m_receitas.Utf8Em(registro, campo)), static_cast<int>(distintos.size())});
+        postos[i] = achado->second;
+        respirar();
+    }
+    std::sort(distintos.begin(), distintos.end(), [&respirar](const Distinto &a, const Distinto &b) {
+        respirar();
+        return a.chave < b.chave;
+    });
+    std::vector<int> lugares(distintos.size());
+    int lugar = 0;
+    for (std::size_t i = 0; i < distintos.size(); ++i) {
+        lugar += i > 0 && distintos[i].chave != distintos[i - 1].chave ? 1 : 0;
+        lugares[static_cast<std::size_t>(distintos[i].qual)] = lugar;
+    }
+    for (int &posto : postos)
+        posto = lugares[static_cast<std::size_t>(posto)];
+    return postos;
 }
 
 std::vector<int> LinhasLista::Ordenar(Coluna coluna)
 {
-    // All keys stand in one text, made once: comparing must not make strings.
-    QString textos;
-    std::vector<qsizetype> fins(m_linhas.size() + 1, 0);
-    for (int linha = 0; linha < Quantas(); ++linha) {
-        textos += Texto(linha, coluna);
-        fins[static_cast<std::size_t>(linha) + 1] = textos.size();
-    }
-    const QStringView todos(textos);
-    const auto chave = [&todos, &fins](int linha) {
-        const auto i = static_cast<std::size_t>(linha);
-        return todos.sliced(fins[i], fins[i + 1] - fins[i]);
+    if (m_linhas.empty())
+        return {};
+    const std::vector<int> postos = Postos(coluna);
+    const auto posto = [&](std::size_t linha) {
+        return static_cast<std::size_t>(postos[static_cast<std::size_t>(m_linhas[linha])]);
     };
-
+    // Counted into their places: equal ones keep their order, and nothing is compared any more.
+    std::vector<std::size_t> proximo(
+        static_cast<std::size_t>(*std::max_element(postos.begin(), postos.end())) + 2, 0);
+    for (std::size_t linha = 0; linha < m_linhas.size(); ++linha)
+        ++proximo[posto(linha) + 1];
+    std::partial_sum(proximo.begin(), proximo.end(), proximo.begin());
     std::vector<int> antigos(m_linhas.size());
-    std::iota(antigos.begin(), antigos.end(), 0);
-    std::stable_sort(antigos.begin(), antigos.end(),
-                     [&chave](int a, int b) { return Ordem::Comparar(chave(a), chave(b)) < 0; });
+    for (std::size_t linha = 0; linha < m_linhas.size(); ++linha)
+        antigos[proximo[posto(linha)]++] = static_cast<int>(linha);
 
     std::vector<int> ordenadas;
     ordenadas.reserve(m_linhas.size());
@@ -161,13 +249,28 @@ bool ComecaSemAcento(const QString &texto, const QString &inicio)
            std::equal(inicio.begin(), inicio.end(), texto.begin(),
                       [](QChar a, QChar b) { return SemAcento(a) == SemAcento(b); });
 }
+
+bool Ascii(char c)
+{
+    return static_cast<unsigned char>(c) < 0x80;
+}
 } // namespace
 
 int LinhasLista::ProcurarNome(const QString &inicio, int aPartirDe) const
 {
-    const auto procurar = [this, aPartirDe](auto serve) {
+    if (inicio.isEmpty())
+        return -1;
+    // Plain first letters tell most names apart without making a text of them.
+    const QChar primeira = SemAcento(inicio[0]);
+    const bool simples = primeira.unicode() < 0x80;
+    const auto procurar = [&](auto serve) {
         for (int i = 0; i < Quantas(); ++i) {
             const int linha = (aPartirDe + i) % Quantas();
+            const std::string_view nome =
+                m_receitas.Utf8Em(m_linhas[static_cast<std::size_t>(linha)], m_campos.nome);
+            if (simples && !nome.empty() && Ascii(nome[0]) &&
+                QChar(QLatin1Char(nome[0])).toLower() != primeira)
+                continue;
             if (serve(Texto(linha, Nome)))
                 return linha;
         }

@@ -38,7 +38,7 @@ public:
     bool TemFigura(int linha) const;
 
     /// Sorts by a column in the book's order of texts; rows that are equal there keep their order.
-    /// Gives the old place of every row.
+    /// Gives the old place of every row. A long one lets the window paint meanwhile.
     std::vector<int> Ordenar(Coluna coluna);
     void Remover(int linha) { m_linhas.erase(m_linhas.begin() + linha); }
     /// The row of a recipe, or -1.
@@ -53,6 +53,8 @@ private:
         int tipo = -1, tipoCalorias = -1, calorias = -1, porcoes = -1;
     };
     bool PorPorcao(int registro) const;
+    std::vector<int> Postos(Coluna coluna) const;
+    std::vector<int> PostosDoNome() const;
     bool AcimaDoLimite(int registro) const;
 
     RecordSet m_receitas;

@@ -1,5 +1,7 @@
 #include "browse/ModeloLista.h"
 
+#include <limits>
+
 ModeloLista::ModeloLista(QObject *parent)
     : QAbstractTableModel(parent)
     , m_marcador(":/marcador_foto.svg")
@@ -10,7 +12,39 @@ void ModeloLista::Preencher(LinhasLista linhas)
 {
     beginResetModel();
     m_linhas = std::move(linhas);
+    m_mostradas = m_linhas.Quantas();
     endResetModel();
+}
+
+void ModeloLista::Tomar(bool todas)
+{
+    constexpr int kTodas = std::numeric_limits<int>::max() / 2;
+    constexpr int kVezesMais = 4;
+    m_linhas.Tomar(kTodas);
+    const int quantas = m_linhas.Quantas();
+    if (quantas == m_mostradas || (!todas && quantas < kVezesMais * m_mostradas))
+        return;
+    beginInsertRows({}, m_mostradas, quantas - 1);
+    m_mostradas = quantas;
+    endInsertRows();
+}
+
+void ModeloLista::Substituir(LinhasLista linhas)
+{
+    emit layoutAboutToBeChanged();
+    const QModelIndexList de = persistentIndexList();
+    QList<qint64> receitas;
+    for (const QModelIndex &indice : de)
+        receitas += m_linhas.Receita(indice.row());
+    m_linhas = std::move(linhas);
+    m_mostradas = m_linhas.Quantas();
+    QModelIndexList para;
+    for (qsizetype i = 0; i < de.size(); ++i) {
+        const int linha = m_linhas.Linha(receitas[i]);
+        para += linha < 0 ? QModelIndex() : index(linha, de[i].column());
+    }
+    changePersistentIndexList(de, para);
+    emit layoutChanged();
 }
 
 void ModeloLista::Ordenar(LinhasLista::Coluna coluna)
@@ -33,12 +67,13 @@ void ModeloLista::Remover(int linha)
 {
     beginRemoveRows({}, linha, linha);
     m_linhas.Remover(linha);
+    --m_mostradas;
     endRemoveRows();
 }
 
 int ModeloLista::rowCount(const QModelIndex &parent) const
 {
-    return parent.isValid() ? 0 : m_linhas.Quantas();
+    return parent.isValid() ? 0 : m_mostradas;
 }
 
 int ModeloLista::columnCount(const QModelIndex &parent) const

@@ -15,6 +15,11 @@ public:
     explicit ModeloLista(QObject *parent = nullptr);
 
     void Preencher(LinhasLista linhas);
+    /// Takes the rows over that have come since. Views learn of them when there are many more than they know
+    /// of, and at the end (`todas`): each time they measure all of them anew.
+    void Tomar(bool todas);
+    /// The same recipes, all of them now, and in their right order; what is selected stays selected.
+    void Substituir(LinhasLista linhas);
     void Limpar() { Preencher({}); }
     void Ordenar(LinhasLista::Coluna coluna);
     void Remover(int linha);
@@ -28,5 +33,6 @@ public:
 
 private:
     LinhasLista m_linhas;
+    int m_mostradas = 0; ///< rows that views know of
     QIcon m_marcador;
 };

@@ -17,8 +17,10 @@
 #include "browse/frmMenu.h"
 #include "store/Banco.h"
 #include "store/Comandos.h"
+#include "store/Consulta.h"
 #include "store/ErroBanco.h"
 
+#include <QElapsedTimer>
 #include <QHeaderView>
 #include <QIcon>
 #include <QLabel>
@@ -26,10 +28,14 @@
 #include <QPointer>
 #include <QScopeGuard>
 #include <QScrollBar>
+#include <QTimer>
 
 namespace
 {
-constexpr int kLinhasPorVez = 4096; // taken over between two looks at the window's events
+constexpr int kLinhasPorVez = 65536;  // taken over between two looks at the window's events
+constexpr int kFatiaMs = 8;           // of reading, likewise
+constexpr int kFatiaNaRolagemMs = 3;  // a step of the roll has eight
+constexpr int kAntesDaRolagemMs = 25; // an ordinary book's list is complete before its panel rolls
 
 constexpr auto kVazia = "Nenhuma receita para mostrar.";
 constexpr auto kIlegivel = "A lista de receitas não pôde ser lida.";
@@ -65,6 +71,8 @@ PainelLista::PainelLista(const PortasLista &portas, QWidget *parent)
     connect(m_lstVwReceitas->header(), &QHeaderView::sectionClicked, this, &PainelLista::OrdenarPor);
     LigarMenu();
 }
+
+PainelLista::~PainelLista() = default;
 
 // The list's small icons: image 1 marks a recipe that has a picture.
 void PainelLista::CriarImagens()
@@ -116,11 +124,25 @@ void PainelLista::imgLstRcta_Click()
     if (!isVisibleTo(parentWidget()))
         DefinirAltura(kRecolhido);
     m_portas.telas.AbrirTela("ListaReceitas");
-    Preencher();
+    // A large book goes on filling the list while the panel rolls, in the time that the roll's rhythm leaves.
+    const bool vaiRolar = Altura() == kRecolhido;
+    ComecarPreenchimento();
+    QElapsedTimer relogio;
+    relogio.start();
+    while (vivo && m_consulta && !(vaiRolar && relogio.hasExpired(kAntesDaRolagemMs)) &&
+           !TomarFatia(kFatiaMs))
+        DeixarEventosRodarem();
     if (!vivo || Encerrando())
         return;
-    if (Altura() == kRecolhido) {
+    if (vaiRolar) {
+        QTimer vez;
+        connect(&vez, &QTimer::timeout, this, [this] { TomarFatia(kFatiaNaRolagemMs); });
+        if (m_consulta)
+            vez.start(0);
         Rolar(m_portas.telas.AlturaDeTrabalho());
+        vez.stop();
+        while (vivo && !Encerrando() && m_consulta && !TomarFatia(kFatiaMs))
+            DeixarEventosRodarem();
         if (!vivo || Encerrando())
             return;
     } else {
@@ -130,45 +152,95 @@ void PainelLista::imgLstRcta_Click()
         m_lstVwReceitas->setFocus();
 }
 
-void PainelLista::Preencher()
+void PainelLista::ComecarPreenchimento()
 {
     // Taken at once: a search that runs in between two steps of this fill sets them for the next one.
     const QString pedida = std::exchange(m_strSQLLista, QString());
-    const qint64 limite = std::exchange(m_lngLimiteCalorias, 0);
-    RecordSet rs;
-    bool aberta = true;
+    m_limite = std::exchange(m_lngLimiteCalorias, 0);
+    m_livroInteiro = pedida.isEmpty();
     try {
-        rs = m_portas.banco.AbrirRecordset(pedida.isEmpty() ? Comandos::SqlLista() : pedida,
-                                           LinhasLista::CamposLidos());
+        m_consulta = m_portas.banco.AbrirConsulta(m_livroInteiro ? Comandos::SqlLista() : pedida,
+                                                  LinhasLista::CamposLidos(), Banco::Guardar::Sim);
+        m_consulta->Avancar(kFatiaMs);
     } catch (const ErroBanco &) {
-        // Ignored by promise: the list stays empty.
-        aberta = false;
+        m_consulta.reset();
         Ponteiro::Normal();
     }
-    const int topo = m_lstVwReceitas->verticalScrollBar()->value();
-    const int atual = m_lstVwReceitas->currentIndex().row();
-    const qint64 procurada = std::exchange(m_marcada, 0);
-    const bool manterLugar = std::exchange(m_manterLugar, false);
+    m_depois = {m_lstVwReceitas->verticalScrollBar()->value(), m_lstVwReceitas->currentIndex().row(),
+                std::exchange(m_marcada, 0), std::exchange(m_manterLugar, false)};
     m_lstVwReceitas->DefinirDica("");
     m_modelo->Limpar();
+    if (!m_consulta) {
+        m_lstVwReceitas->DefinirDica(kIlegivel); // no message, by promise: the list stays empty
+        return;
+    }
+    // By another column nobody knows which row is the first before the last has come.
+    if (m_chave > LinhasLista::Nome)
+        return;
+    m_modelo->Preencher(LinhasLista(m_consulta->Linhas(), m_limite));
+    if (!m_consulta->Completa())
+        m_modelo->Tomar(false);
+}
 
-    LinhasLista linhas(rs, limite);
+/// True when the list is complete.
+bool PainelLista::TomarFatia(int ms)
+{
+    if (!m_consulta)
+        return true;
+    try {
+        if (m_consulta->Avancar(ms)) {
+            ConcluirPreenchimento();
+            return true;
+        }
+    } catch (const ErroBanco &) {
+        FalharPreenchimento();
+        return true;
+    }
+    if (m_chave <= LinhasLista::Nome)
+        m_modelo->Tomar(false);
+    return false;
+}
+
+void PainelLista::ConcluirPreenchimento()
+{
+    const RecordSet rs = m_consulta->Linhas();
+    m_consulta.reset();
+    m_lstVwReceitas->DefinirDica(m_livroInteiro && rs.RecordCount() == 0 ? kLivroVazio : kVazia);
+    const bool mostradas = m_modelo->rowCount() > 0;
+    if (m_chave <= LinhasLista::Nome && !rs.Reordenado() && mostradas) {
+        m_modelo->Tomar(true);
+        VoltarAoLugar();
+        return;
+    }
+    LinhasLista linhas(rs, m_limite);
     while (linhas.Tomar(kLinhasPorVez)) {
-        DeixarEventosRodarem();
+        MostrarMudancas();
         if (Encerrando())
             return;
     }
-    if (m_chave >= 0)
+    if (m_chave > LinhasLista::Nome)
         linhas.Ordenar(static_cast<LinhasLista::Coluna>(m_chave));
-    m_modelo->Preencher(std::move(linhas));
-    if (!aberta)
-        m_lstVwReceitas->DefinirDica(kIlegivel);
+    if (mostradas)
+        m_modelo->Substituir(std::move(linhas));
     else
-        m_lstVwReceitas->DefinirDica(pedida.isEmpty() && rs.RecordCount() == 0 ? kLivroVazio : kVazia);
-    if (manterLugar)
-        m_lstVwReceitas->VoltarAoLugar(topo, atual);
-    if (procurada > 0)
-        m_lstVwReceitas->Marcar(m_modelo->Linhas().Linha(procurada));
+        m_modelo->Preencher(std::move(linhas));
+    VoltarAoLugar();
+}
+
+void PainelLista::VoltarAoLugar()
+{
+    if (m_depois.manterLugar)
+        m_lstVwReceitas->VoltarAoLugar(m_depois.topo, m_depois.atual);
+    if (m_depois.procurada > 0)
+        m_lstVwReceitas->Marcar(m_modelo->Linhas().Linha(m_depois.procurada));
+}
+
+void PainelLista::FalharPreenchimento()
+{
+    m_consulta.reset();
+    m_modelo->Limpar();
+    m_lstVwReceitas->DefinirDica(kIlegivel);
+    Ponteiro::Normal();
 }
 
 QList<qint64> PainelLista::ReceitasSelecionadas() const
@@ -198,7 +270,8 @@ qint64 PainelLista::ReceitaAtual() const
 
 void PainelLista::OrdenarPor(int coluna)
 {
-    if (coluna <= LinhasLista::Origem) { // the other two columns do not sort
+    if (coluna <= LinhasLista::Origem) {                        // the other two columns do not sort
+        const Operacao operacao(Operacao::Tipo::Preenchimento); // a long list lets the window paint meanwhile
         m_chave = coluna;
         m_modelo->Ordenar(static_cast<LinhasLista::Coluna>(coluna));
     }

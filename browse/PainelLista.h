@@ -4,8 +4,11 @@
 
 #include <QList>
 
+#include <memory>
+
 class Avisos;
 class Banco;
+class Consulta;
 class DetalheReceita;
 class frmMenu;
 class ListaReceitas;
@@ -30,6 +33,7 @@ class PainelLista : public Painel
     Q_OBJECT
 public:
     explicit PainelLista(const PortasLista &portas, QWidget *parent = nullptr);
+    ~PainelLista() override;
 
     /// The query of the next fill, and of that one only; empty lists everything.
     void DefinirConsulta(const QString &strSQLLista) { m_strSQLLista = strSQLLista; }
@@ -69,7 +73,11 @@ protected:
     void mouseMoveEvent(QMouseEvent *event) override;
 
 private:
-    void Preencher();
+    void ComecarPreenchimento();
+    bool TomarFatia(int ms);
+    void ConcluirPreenchimento();
+    void FalharPreenchimento();
+    void VoltarAoLugar();
     void OrdenarPor(int coluna);
     void MostrarOrdem();
     void ConsultarReceita(qint64 lngReceita);
@@ -91,5 +99,14 @@ private:
     bool m_blnCarregandoLista = false;
     qint64 m_marcada = 0;
     bool m_manterLugar = false;
+    std::unique_ptr<Consulta> m_consulta; ///< while the list is being filled
+    qint64 m_limite = 0;                  ///< of this fill
+    bool m_livroInteiro = true;
+    struct {
+        int topo = 0;
+        int atual = -1;
+        qint64 procurada = 0;
+        bool manterLugar = false;
+    } m_depois;       ///< what the list does once it is filled
     int m_chave = -1; ///< column that the list is sorted by; -1: as the query gives it
 };

@@ -118,6 +118,8 @@ ImportacaoDoPacote::Fim ImportacaoDoPacote::Importar(const std::function<bool(in
     });
     if (!PegarTrava())
         return Fim::Interrompida;
+    // Gathers what is forced to the disk; at its end, before anybody is told of success, all of it is.
+    const Banco::Remessa remessa(m_banco);
     while (m_proxima < Quantas()) {
         if (Parar())
             return Fim::Interrompida;

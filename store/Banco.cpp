@@ -5,6 +5,7 @@
 #include "base/Ponteiro.h"
 #include "store/Cabecalho.h"
 #include "store/Carimbo.h"
+#include "store/Comandos.h"
 #include "store/Consulta.h"
 #include "store/CopiasDatadas.h"
 #include "store/ErroBanco.h"
@@ -13,18 +14,27 @@
 #include "store/ExameEsquema.h"
 #include "store/Motor.h"
 
+#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
+#include <QTimer>
 #include <QtEndian>
 
 #include <algorithm>
 #include <deque>
+#include <string>
+#include <unordered_set>
+#include <utility>
+
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace
 {
 constexpr QLatin1String kInicio("DBQ=");
 constexpr qint64 kLivroPequeno = 2 * 1024 * 1024; ///< bytes; its indexes are made in a few milliseconds
-constexpr int kFatiaMs = 8;                       ///< of reading, between two looks at the window's events
+constexpr int kSincroniaMs = 100;
+constexpr int kFatiaMs = 8; ///< of reading, between two looks at the window's events
 constexpr int kEsperaPequenaMs = 200;
 const auto kNaoELivro =
     QStringLiteral("O arquivo dadosr.lst não é um livro de receitas do Cozinhario 2005, ou está danificado.");
@@ -36,8 +46,8 @@ QString SemBarraFinal(QString pasta)
         pasta.chop(1);
     return pasta;
 }
-/// The end of a message about a file that is refused. It was not changed by the refusal; but after a restore it
-/// is not what it was, and then the copy from before that helps.
+/// The end of a message about a file that is refused. It was not changed by the refusal; but after a restore
+/// it is not what it was, and then the copy from before that helps.
 QString OQueSeFaz(const QString &caminho)
 {
     const QString copia = CopiasDatadas::MaisNova(caminho);
@@ -95,6 +105,42 @@ struct Banco::Memoria {
             else
                 break;
         guardados.resize(std::max<std::size_t>(cabem, 1));
+    }
+};
+
+struct Banco::EmRemessa {
+    std::shared_ptr<Motor> motor;
+    int wal = -1;          ///< the second file, opened to force it to the disk
+    QElapsedTimer gravado; ///< since that was done last
+    QElapsedTimer respirado;
+    /// The names in the book, in capitals, so that a package's names are not each looked for in all of it;
+    /// and the engine's word for what they were read of.
+    std::unordered_set<std::string> nomes;
+    qint64 versao = -1;
+
+    ~EmRemessa()
+    {
+        if (wal >= 0)
+            ::close(wal);
+    }
+    bool sujo = false; ///< something was written since
+    QTimer vez;        ///< for the time in which nobody writes: a question that waits for its answer
+
+    void Sincronizar()
+    {
+        if (wal >= 0 && std::exchange(sujo, false))
+            ::fdatasync(wal);
+        gravado.start();
+    }
+    /// Between two statements: what the window wants, and the disk, each now and then.
+    void Respirar()
+    {
+        if (gravado.hasExpired(kSincroniaMs))
+            Sincronizar();
+        if (!respirado.isValid() || respirado.hasExpired(kFatiaMs)) {
+            MostrarMudancas();
+            respirado.start();
+        }
     }
 };
 
@@ -223,9 +269,10 @@ void Banco::ConferirEsquema(const QString &caminho, bool semTocar) const
     case ExameEsquema::Origem::Outro:
         throw ErroBanco(kNaoELivro + OQueSeFaz(caminho));
     case ExameEsquema::Origem::Mexido:
-        throw ErroBanco(QString("O arquivo dadosr.lst tem uma parte que não é do Cozinhario 2005 (\"%1\") e por isso "
-                                "não foi aberto.%2")
-                            .arg(exame.estranho.left(100), OQueSeFaz(caminho)));
+        throw ErroBanco(
+            QString("O arquivo dadosr.lst tem uma parte que não é do Cozinhario 2005 (\"%1\") e por isso "
+                    "não foi aberto.%2")
+                .arg(exame.estranho.left(100), OQueSeFaz(caminho)));
     }
 }
 
@@ -266,8 +313,73 @@ RecordSet Banco::AbrirRecordset(const QString &sql) const
     return AbrirRecordset(sql, {});
 }
 
+Banco::Remessa::Remessa(const Banco &banco)
+    : m_banco(banco)
+{
+    if (banco.m_remessa)
+        return;
+    if (banco.m_antesDeGravar)
+        banco.m_antesDeGravar();
+    banco.LerUmaVez();
+    auto remessa = std::make_shared<EmRemessa>();
+    const QString caminho = banco.CaminhoDoLivro();
+    remessa->motor = std::make_shared<Motor>(caminho, banco.m_esperaMs);
+    if (!remessa->motor->EntrarNoWal())
+        return;
+    remessa->motor->LerUmaVez(); // makes the second file
+    remessa->wal = ::open(QFile::encodeName(caminho + "-wal").constData(), O_RDONLY | O_CLOEXEC);
+    remessa->gravado.start();
+    QObject::connect(&remessa->vez, &QTimer::timeout, &remessa->vez,
+                     [r = remessa.get()] { r->Sincronizar(); });
+    remessa->vez.start(kSincroniaMs);
+    banco.m_remessa = std::move(remessa);
+    m_minha = true;
+}
+
+Banco::Remessa::~Remessa()
+{
+    if (!m_minha)
+        return;
+    const std::shared_ptr<EmRemessa> remessa = std::exchange(m_banco.m_remessa, nullptr);
+    remessa->motor->SairDoWal(); // writes everything into the book, and forces it to the disk
+}
+
+void Banco::Remessa::Sincronizar()
+{
+    if (m_minha)
+        m_banco.m_remessa->Sincronizar();
+}
+
+/// Whether the statement asks for a recipe of a name that the book does not have. It asks so for each recipe
+/// of a package; looking through all names of a large book each time would take longer than all the rest.
+bool Banco::NomeDesconhecido(const QString &sql) const
+{
+    static const QString inicio = Comandos::SqlReceitaDeNome({}).chopped(1);
+    if (!sql.startsWith(inicio) || sql.indexOf('\'', inicio.size()) != sql.size() - 1)
+        return false;
+    EmRemessa &remessa = *m_remessa;
+    if (const qint64 versao = remessa.motor->VersaoDosDados(); versao != remessa.versao) {
+        remessa.nomes.clear();
+        Consulta todos({{}, 0, Comandos::SqlLista(), {"Nome"}, Esquema::kVersao, remessa.motor});
+        while (!todos.Avancar(kFatiaMs))
+            MostrarMudancas();
+        const RecordSet rs = todos.Linhas();
+        for (int i = 0; i < rs.RecordCount(); ++i)
+            remessa.nomes.insert(Comandos::Maiusculas(rs.TextoEm(i, 0)).toStdString());
+        remessa.versao = versao;
+    }
+    return !remessa.nomes.contains(sql.sliced(inicio.size()).chopped(1).toStdString());
+}
+
 RecordSet Banco::AbrirRecordset(const QString &sql, const QStringList &colunas, Guardar guardar) const
 {
+    if (m_remessa) {
+        m_remessa->Respirar();
+        Consulta consulta({{}, m_esperaMs, sql, colunas, Esquema::kVersao, m_remessa->motor});
+        if (!NomeDesconhecido(sql))
+            consulta.Avancar(-1);
+        return consulta.Linhas();
+    }
     Ponteiro::Ampulheta();
     MostrarMudancas();
     const std::unique_ptr<Consulta> consulta = NovaConsulta(sql, colunas, guardar, [] { MostrarMudancas(); });
@@ -310,8 +422,9 @@ std::unique_ptr<Consulta> Banco::NovaConsulta(const QString &sql, const QStringL
             };
         }
     }
-    return std::make_unique<Consulta>(Consulta::Pedido{caminho, m_esperaMs, sql, colunas, versao, m_soLeitura},
-                                      std::move(aoTerminar), std::move(respirar));
+    return std::make_unique<Consulta>(
+        Consulta::Pedido{caminho, m_esperaMs, sql, colunas, versao, {}, m_soLeitura}, std::move(aoTerminar),
+        std::move(respirar));
 }
 
 void Banco::TerminarConsultas() const
@@ -328,6 +441,25 @@ void Banco::TerminarConsultas() const
 
 int Banco::ExecutarSQL(const QString &sql) const
 {
+    if (m_remessa) {
+        m_remessa->Respirar();
+        TerminarConsultas();
+        m_remessa->sujo = true;
+        const int alteradas = m_remessa->motor->Executar(sql);
+        m_ultimoNumero = m_remessa->motor->UltimoNumero();
+        if (sql.startsWith(QLatin1String("Insert into Receitas("), Qt::CaseInsensitive) &&
+            m_remessa->versao >= 0) {
+            const QString qual =
+                "Select * from Receitas Where id_receitas = " + QString::number(m_ultimoNumero);
+            Consulta nova({{}, 0, qual, {"Nome"}, Esquema::kVersao, m_remessa->motor});
+            nova.Avancar(-1);
+            for (int i = 0; i < nova.Linhas().RecordCount(); ++i)
+                m_remessa->nomes.insert(Comandos::Maiusculas(nova.Linhas().TextoEm(i, 0)).toStdString());
+        } else if (!sql.startsWith(QLatin1String("Insert into "), Qt::CaseInsensitive)) {
+            m_remessa->versao = sql.contains("Nome", Qt::CaseInsensitive) ? -1 : m_remessa->versao;
+        }
+        return alteradas;
+    }
     Ponteiro::Ampulheta();
     MostrarMudancas();
     if (m_antesDeGravar)

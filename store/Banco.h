@@ -83,6 +83,28 @@ public:
     /// What the engine's own check of the whole file finds; empty when all is well. Throws ErroBanco.
     QStringList Integridade() const;
 
+    /**
+     * While it lives the statements of this Banco run through one connection, in write-ahead mode: each is
+     * committed by itself as ever, seen by another copy at once and kept through a kill. What is gathered is
+     * the forcing to the disk: every tenth of a second, and by Sincronizar(). Its end makes the book one
+     * plain file again; after a kill the next who opens it does. Where the file system does not take that
+     * mode, and within another of its kind, it does nothing at all.
+     */
+    class Remessa
+    {
+    public:
+        explicit Remessa(const Banco &banco);
+        ~Remessa();
+        Remessa(const Remessa &) = delete;
+        Remessa &operator=(const Remessa &) = delete;
+        /// Everything is on the disk when it returns.
+        void Sincronizar();
+
+    private:
+        const Banco &m_banco;
+        bool m_minha = false;
+    };
+
     /// Opens the book and reads once, so that what a crash left half done is rolled back and the file alone
     /// is the whole book: before a raw copy of it. Throws ErroBanco.
     void LerUmaVez() const;
@@ -126,14 +148,17 @@ private:
     void TerminarConsultas() const;
 
     struct Memoria;
+    struct EmRemessa;
+    bool NomeDesconhecido(const QString &sql) const;
     QString m_pasta; ///< native, no trailing separator
     QString m_conexao;
     ConversorDeLivro m_conversor;
     mutable std::function<void()> m_antesDeGravar;
     int m_esperaMs = 10000;
     bool m_soLeitura = false;
-    std::shared_ptr<Memoria> m_memoria; ///< what queries gave, and those under way
-    mutable bool m_naoEvolui = false;   ///< tried once and could not
+    std::shared_ptr<Memoria> m_memoria;           ///< what queries gave, and those under way
+    mutable std::shared_ptr<EmRemessa> m_remessa; ///< while one lives
+    mutable bool m_naoEvolui = false;             ///< tried once and could not
     mutable qint64 m_ultimoNumero = 0;
     /// The schema that was found to be the program's own, as the file's header names it.
     struct Conferido {

@@ -46,11 +46,13 @@ private:
 } // namespace
 
 struct Consulta::Andamento {
-    Andamento(const QString &caminho, int esperaMs, bool soLeitura)
-        : motor(caminho, esperaMs, soLeitura)
+    explicit Andamento(const Pedido &pedido)
+        : conexao(pedido.motor ? pedido.motor
+                               : std::make_shared<Motor>(pedido.caminho, pedido.esperaMs, pedido.soLeitura))
     {
     }
-    Motor motor;
+    std::shared_ptr<Motor> conexao;
+    Motor &motor = *conexao;
     Plano plano;
     Motor::Comando comando;
     std::shared_ptr<RecordSet::Dados> dados = std::make_shared<RecordSet::Dados>();
@@ -70,7 +72,7 @@ Consulta::Consulta(RecordSet pronta)
 }
 
 Consulta::Consulta(const Pedido &pedido, AoTerminar aoTerminar, Respirar respirar)
-    : m_andamento(std::make_unique<Andamento>(pedido.caminho, pedido.esperaMs, pedido.soLeitura))
+    : m_andamento(std::make_unique<Andamento>(pedido))
     , m_aoTerminar(std::move(aoTerminar))
 {
     Andamento &a = *m_andamento;
@@ -101,7 +103,7 @@ Consulta::Consulta(const Pedido &pedido, AoTerminar aoTerminar, Respirar respira
             return linhas.Utf8Em(static_cast<int>(linha), campo);
         });
     }
-    if (respirar)
+    if (respirar && !pedido.motor)
         a.motor.Respirar(std::move(respirar));
     m_linhas = RecordSet(a.dados);
 }

@@ -9,6 +9,7 @@
 #include <memory>
 #include <vector>
 
+class Motor;
 struct sqlite3_stmt;
 
 /**
@@ -24,8 +25,9 @@ public:
         int esperaMs;
         QString sql;
         QStringList colunas;
-        int versao; ///< of the book's schema
-        bool soLeitura = false; ///< nothing is written, not even repaired
+        int versao;                        ///< of the book's schema
+        std::shared_ptr<Motor> motor = {}; ///< an open connection to take; without one an own is opened
+        bool soLeitura = false;            ///< nothing is written, not even repaired
     };
     /// Called when the last row is there, the book still being held.
     using AoTerminar = std::function<void(const RecordSet &)>;

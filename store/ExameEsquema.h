@@ -16,12 +16,12 @@ struct ExameEsquema {
 
 /**
  * Compares what a database holds with what the program makes, in every version of its schema and at every
- * stage between two. A book from elsewhere with a trigger of its own eats what is saved, one with a view under
- * a table's name never comes to an end.
+ * stage between two. A book from elsewhere with a trigger of its own eats what is saved, one with a view
+ * under a table's name never comes to an end.
  *
  * The file is opened for reading only and nothing in its schema runs.
  * @param caminho  native path of a file whose first bytes are a book's (store/ExameArquivo.h)
- * @param semTocar read the file alone, without the second file of write-ahead mode: nothing is made or changed
- *                 beside it
+ * @param semTocar read the file alone, without the second file of write-ahead mode: nothing is made or
+ * changed beside it
  */
 ExameEsquema ExaminarEsquema(const QString &caminho, bool semTocar);

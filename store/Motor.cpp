@@ -78,7 +78,8 @@ bool MesmoNome(const char *a, const char *b)
 /// Reading and changing the rows of the two tables, with the named functions, and nothing else. Without this
 /// gate a text that reaches a statement unquoted could reach other files, settings and tables.
 /// @param plano a bool: whether the store itself asks, in place of a statement
-int Autorizar(void *plano, int acao, const char *primeiro, const char *segundo, const char *, const char *gatilho)
+int Autorizar(void *plano, int acao, const char *primeiro, const char *segundo, const char *,
+              const char *gatilho)
 {
     switch (acao) {
     case SQLITE_SELECT:
@@ -92,7 +93,8 @@ int Autorizar(void *plano, int acao, const char *primeiro, const char *segundo, 
     case SQLITE_FUNCTION:
         if (!segundo)
             return SQLITE_DENY;
-        return (gatilho || *static_cast<bool *>(plano) ? Funcoes::DoLivro(segundo) : Funcoes::DosComandos(segundo))
+        return (gatilho || *static_cast<bool *>(plano) ? Funcoes::DoLivro(segundo)
+                                                       : Funcoes::DosComandos(segundo))
                    ? SQLITE_OK
                    : SQLITE_DENY;
     default:
@@ -177,8 +179,8 @@ Motor::Motor(const QString &caminho, int esperaMs, bool soLeitura)
     : m_esperaMs(esperaMs)
 {
     int rc = sqlite3_open_v2(NomeParaMotor(caminho).constData(), &m_conexao,
-                             (soLeitura ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE) | SQLITE_OPEN_NOMUTEX |
-                                 SQLITE_OPEN_EXRESCODE,
+                             (soLeitura ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE) |
+                                 SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE,
                              nullptr);
     if (rc == SQLITE_OK)
         rc = sqlite3_busy_handler(m_conexao, EsperarVez, this);
@@ -277,7 +279,8 @@ Motor::Comando Motor::PrepararConsulta(const QString &sql)
 
 Motor::Comando Motor::PrepararPlano(const QString &sql)
 {
-    // It stays so for this connection's next statements of its own: the engine may prepare this one once more.
+    // It stays so for this connection's next statements of its own: the engine may prepare this one once
+    // more.
     m_plano = true;
     return PrepararJulgado(sql.toUtf8());
 }
@@ -419,6 +422,37 @@ void Motor::Evoluir(const Andamento &andamento)
         conferir(sqlite3_exec(m_conexao, "COMMIT", nullptr, nullptr, nullptr));
     }
     sqlite3_set_authorizer(m_conexao, Autorizar, &m_plano);
+}
+
+bool Motor::EntrarNoWal()
+{
+    // Pages that gather in the second file before they are written into the book: 64 MB.
+    constexpr auto kModo =
+        "PRAGMA wal_autocheckpoint=16384;PRAGMA synchronous=NORMAL;PRAGMA cache_size=-16384";
+    QByteArray modo;
+    const auto guardar = [](void *onde, int, char **valores, char **) {
+        *static_cast<QByteArray *>(onde) = valores[0];
+        return 0;
+    };
+    sqlite3_set_authorizer(m_conexao, nullptr, nullptr);
+    const bool entrou =
+        sqlite3_exec(m_conexao, "PRAGMA journal_mode=WAL", guardar, &modo, nullptr) == SQLITE_OK &&
+        modo == "wal" && sqlite3_exec(m_conexao, kModo, nullptr, nullptr, nullptr) == SQLITE_OK;
+    sqlite3_set_authorizer(m_conexao, Autorizar, nullptr);
+    return entrou;
+}
+
+qint64 Motor::VersaoDosDados()
+{
+    qint64 versao = -1;
+    const auto guardar = [](void *onde, int, char **valores, char **) {
+        *static_cast<qint64 *>(onde) = atoll(valores[0]);
+        return 0;
+    };
+    sqlite3_set_authorizer(m_conexao, nullptr, nullptr);
+    sqlite3_exec(m_conexao, "PRAGMA data_version", guardar, &versao, nullptr);
+    sqlite3_set_authorizer(m_conexao, Autorizar, nullptr);
+    return versao;
 }
 
 void Motor::SairDoWal()

@@ -27,8 +27,8 @@ public:
      * Opens an existing book.
      * @param caminho  native path of the file
      * @param esperaMs how long to wait for another program's lock, in milliseconds
-     * @param soLeitura nothing is written, not even what a crash left half done is rolled back: a book in that
-     *                  state is refused
+     * @param soLeitura nothing is written, not even what a crash left half done is rolled back: a book in
+     * that state is refused
      */
     Motor(const QString &caminho, int esperaMs, bool soLeitura = false);
     ~Motor();
@@ -65,6 +65,10 @@ public:
     /// Brings the schema up to today's version, index by index, each committed by itself: what ends it (a
     /// false from `andamento`, a failure, a kill) leaves a book that works, and the next call goes on.
     void Evoluir(const Andamento &andamento);
+    /// Write-ahead mode, in which a commit does not wait for the disk; false where the book cannot have it.
+    bool EntrarNoWal();
+    /// Changes when another connection has written.
+    qint64 VersaoDosDados();
     /// Brings a book that another tool left in write-ahead mode back into one file; does nothing while that
     /// tool still has it open.
     void SairDoWal();
@@ -93,7 +97,7 @@ private:
     sqlite3 *m_conexao = nullptr;
     int m_esperaMs;
     bool m_plano = false; ///< the store asks, not a statement
-    qint64 m_passos = 0; ///< of the present statement
+    qint64 m_passos = 0;  ///< of the present statement
     qint64 m_maisPassos = 0;
     PrazoDoProcessador m_processador;
     std::function<void()> m_respirar;

@@ -5,6 +5,8 @@
 #include <QChar>
 #include <QString>
 
+#include <array>
+
 namespace
 {
 /// Reads one character and moves on; a byte that belongs to none stands for itself.
@@ -40,7 +42,67 @@ int Comparar(char32_t a, char32_t b)
 }
 } // namespace
 
+namespace
+{
+// What a search looks for is a word nearly always: it is looked for byte by byte, letter case set aside by a
+// table. ASCII folds to itself, and so do the letters of Latin-1 (two bytes, the first of them 0xC3); a text
+// with anything else is looked at the slow way when nothing was found.
+constexpr std::array<unsigned char, 256> kDobrados = [] {
+    std::array<unsigned char, 256> tabela{};
+    for (unsigned c = 0; c < 256; ++c) {
+        const bool maiuscula = (c >= 'A' && c <= 'Z') || (c >= 0x80 && c <= 0x9E && c != 0x97);
+        tabela[c] = static_cast<unsigned char>(maiuscula ? c + 0x20 : c);
+    }
+    return tabela;
+}();
+
+unsigned char Dobrado(char c)
+{
+    return kDobrados[static_cast<unsigned char>(c)];
+}
+
+/// A first byte of a character that the table does not speak for.
+bool ForaDaTabela(unsigned char c)
+{
+    return c >= 0xC0 && c != 0xC3;
+}
+
+/// 1 found, 0 not there, -1 unknown.
+int Contem(std::string_view texto, std::string_view palavra)
+{
+    const auto primeira = static_cast<unsigned char>(palavra[0]);
+    bool fora = false;
+    for (std::size_t i = 0; i < texto.size(); ++i) {
+        const unsigned char c = Dobrado(texto[i]);
+        fora = fora || ForaDaTabela(c);
+        if (c != primeira || texto.size() - i < palavra.size())
+            continue;
+        std::size_t k = 1;
+        while (k < palavra.size() && Dobrado(texto[i + k]) == static_cast<unsigned char>(palavra[k]))
+            ++k;
+        if (k == palavra.size())
+            return 1;
+    }
+    return fora ? -1 : 0;
+}
+
+std::string PalavraDe(std::string_view padrao)
+{
+    if (padrao.size() < 3 || padrao.front() != '%' || padrao.back() != '%')
+        return {};
+    std::string palavra;
+    for (const char c : padrao.substr(1, padrao.size() - 2)) {
+        if (c == '%' || c == '_' || c == '[' || ForaDaTabela(static_cast<unsigned char>(c)))
+            return {};
+        palavra += static_cast<char>(Dobrado(c));
+    }
+    // The table knows a byte only behind the one that it belongs to.
+    return (static_cast<unsigned char>(palavra[0]) & 0xC0) == 0x80 ? std::string() : palavra;
+}
+} // namespace
+
 Semelhante::Semelhante(std::string_view padrao)
+    : m_palavra(PalavraDe(padrao))
 {
     for (std::size_t i = 0; i < padrao.size();) {
         const char32_t c = Ler(padrao, i);
@@ -103,6 +165,12 @@ bool Semelhante::Aceita(const Peca &peca, char32_t caractere)
 }
 
 bool Semelhante::Casa(std::string_view texto) const
+{
+    const int contem = m_palavra.empty() ? -1 : Contem(texto, m_palavra);
+    return contem < 0 ? CasaPecas(texto) : contem == 1;
+}
+
+bool Semelhante::CasaPecas(std::string_view texto) const
 {
     std::size_t i = 0;
     std::size_t p = 0;

@@ -31,6 +31,9 @@ private:
         std::vector<Faixa> faixas;
     };
     static bool Aceita(const Peca &peca, char32_t caractere);
+    bool CasaPecas(std::string_view texto) const;
 
+    /// Of a pattern "%word%" whose letters are plain: the word folded, byte by byte; else empty.
+    std::string m_palavra;
     std::vector<Peca> m_pecas;
 };

@@ -4,6 +4,7 @@
 //   processo_store inserir FOLDER     inserts one recipe; prints "ok" or the error's text
 //   processo_store inserir-sem-disco FOLDER    the same, and no file may grow beyond 1000 bytes
 //   processo_store evoluir FOLDER     prints "pronto", then brings the book's schema up to today's
+//   processo_store remessa FOLDER     the same as "salvar", gathered; prints the number of each recipe
 //   processo_store trancar FOLDER MS  holds the book's exclusive lock for that long after printing "trancado"
 
 #include "store/Banco.h"
@@ -103,6 +104,12 @@ int main(int argc, char **argv)
         else if (modo == "evoluir") {
             Dizer("pronto");
             banco.Evoluir({});
+        } else if (modo == "remessa") {
+            const Banco::Remessa remessa(banco);
+            for (int i = 1;; ++i) {
+                banco.ExecutarSQL(SqlInserirReceita(UmaReceita(QString("Receita %1").arg(i)), kDia));
+                Dizer(QString::number(i));
+            }
         } else if (modo == "inserir-sem-disco") {
             std::signal(SIGXFSZ, SIG_IGN);
             const rlimit limite = {1000, 1000};

@@ -8,6 +8,7 @@
 #include "store/Plano.h"
 
 #include <QFile>
+#include <QProcess>
 #include <QRandomGenerator>
 #include <QTemporaryDir>
 #include <QTest>
@@ -71,6 +72,11 @@ private slots:
     void duasCopiasSeVeem();
     void outroArquivoNoLugarNaoEnganaAMemoria();
     void umLivroSendoGravadoNaoEDaMemoria();
+
+    void aRemessaGravaCadaComandoPorSi();
+    void aRemessaSabeOsNomesQueJaExistem();
+    void aRemessaMortaNoMeioSeDesfazNaProximaAbertura();
+    void aRemessaDeixaUmArquivoSo();
 
 private:
     void Encher(int receitas);
@@ -359,6 +365,101 @@ void TesteConsulta::umLivroSendoGravadoNaoEDaMemoria()
     sqlite3_close(outra);
     ler()->Avancar(-1);
     QVERIFY(ler()->Completa());
+}
+
+namespace
+{
+Receita DeNome(const QString &nome)
+{
+    Receita receita;
+    receita.Nome = nome;
+    return receita;
+}
+const QDate kDia(2005, 11, 21);
+} // namespace
+
+void TesteConsulta::aRemessaGravaCadaComandoPorSi()
+{
+    const Banco outra(m_pasta->path());
+    {
+        const Banco::Remessa remessa(*m_banco);
+        QVERIFY(QFile::exists(Caminho() + "-wal"));
+        for (int i = 1; i <= 20; ++i) {
+            m_banco->ExecutarSQL(SqlInserirReceita(DeNome(QString("Receita %1").arg(i)), kDia));
+            QCOMPARE(m_banco->AbrirRecordset(SqlMaiorNumero()).TextoEm(0, 0), QString::number(i));
+            QCOMPARE(m_banco->UltimoNumero(), i);
+            QCOMPARE(outra.AbrirRecordset(SqlLista(), kColunas, Banco::Guardar::Sim).RecordCount(), i);
+        }
+        QVERIFY_EXCEPTION_THROWN(m_banco->ExecutarSQL("Insert into Receitas(Nada) values (1)"), ErroBanco);
+        outra.ExecutarSQL(SqlExcluirReceita(1)); // writes meanwhile
+        QCOMPARE(m_banco->AbrirRecordset(SqlLista(), kColunas).RecordCount(), 19);
+    }
+    QCOMPARE(m_banco->AbrirRecordset(SqlLista(), kColunas, Banco::Guardar::Sim).RecordCount(), 19);
+}
+
+void TesteConsulta::aRemessaSabeOsNomesQueJaExistem()
+{
+    const Banco outra(m_pasta->path());
+    m_banco->ExecutarSQL(SqlInserirReceita(DeNome("Pão de ló"), kDia));
+    const auto existe = [this](const QString &nome) {
+        return !m_banco->AbrirRecordset(SqlReceitaDeNome(nome), {"id_receitas"}).Eof();
+    };
+    const Banco::Remessa remessa(*m_banco);
+    QVERIFY(existe("PÃO de LÓ"));
+    QVERIFY(!existe("Pão de lo"));
+    QVERIFY(!existe("Bolo"));
+    m_banco->ExecutarSQL(SqlInserirReceita(DeNome("bolo"), kDia));
+    QVERIFY(existe("Bolo"));
+    outra.ExecutarSQL(SqlInserirReceita(DeNome("Torta"), kDia));
+    QVERIFY(existe("torta"));
+    m_banco->ExecutarSQL(SqlAlterarReceita(DeNome("Pudim"), 1, Figura::Mantida));
+    QVERIFY(existe("PUDIM"));
+    QVERIFY(!existe("Pão de ló"));
+    m_banco->ExecutarSQL(SqlExcluirReceita(1));
+    QVERIFY(!existe("PUDIM"));
+    QVERIFY_EXCEPTION_THROWN(existe("copo d'água"), ErroBanco);
+    QCOMPARE(m_banco->AbrirRecordset(SqlReceitaDeNome("Nada"), {"id_receitas"}).FieldNames(),
+             QStringList("id_receitas"));
+}
+
+void TesteConsulta::aRemessaDeixaUmArquivoSo()
+{
+    Encher(50);
+    {
+        Banco::Remessa remessa(*m_banco);
+        {
+            const Banco::Remessa dentro(*m_banco); // nothing at all
+        }
+        m_banco->ExecutarSQL(SqlInserirReceita(DeNome("Nova"), kDia));
+        remessa.Sincronizar();
+        QVERIFY(QFile::exists(Caminho() + "-wal"));
+    }
+    QVERIFY(!QFile::exists(Caminho() + "-wal"));
+    QVERIFY(!QFile::exists(Caminho() + "-shm"));
+    QFile arquivo(Caminho());
+    QVERIFY(arquivo.open(QIODevice::ReadOnly));
+    QCOMPARE(arquivo.read(20).mid(18), QByteArray("\1\1"));
+    // A raw copy is the whole book.
+    const QTemporaryDir copia;
+    QVERIFY(QFile::copy(Caminho(), copia.filePath("dadosr.lst")));
+    QCOMPARE(Banco(copia.path()).AbrirRecordset(SqlLista(), kColunas).RecordCount(), 51);
+}
+
+void TesteConsulta::aRemessaMortaNoMeioSeDesfazNaProximaAbertura()
+{
+    QProcess processo;
+    processo.start(PROCESSO_STORE, {"remessa", m_pasta->path()});
+    int gravadas = 0;
+    while (gravadas < 300 && processo.waitForReadyRead())
+        while (processo.canReadLine())
+            gravadas = processo.readLine().trimmed().toInt();
+    processo.kill();
+    processo.waitForFinished();
+    QVERIFY(gravadas >= 300);
+    QVERIFY(QFile::exists(Caminho() + "-wal"));
+    const int naLista = m_banco->AbrirRecordset(SqlLista(), kColunas).RecordCount();
+    QVERIFY2(naLista >= gravadas, qPrintable(QString("%1 de %2").arg(naLista).arg(gravadas)));
+    QVERIFY(!QFile::exists(Caminho() + "-wal"));
 }
 
 QTEST_GUILESS_MAIN(TesteConsulta)

@@ -335,7 +335,8 @@ void TesteFalhas::oLivroQueSomeEErro()
         std::function<void()>([&] { banco.Conferir({SqlExcluirReceita(1)}); }),
         std::function<void()>([&] { banco.LerUmaVez(); })};
     for (const auto &operacao : operacoes)
-        QVERIFY2(ErroDe(operacao).startsWith("O livro de receitas sumiu da pasta"), qPrintable(ErroDe(operacao)));
+        QVERIFY2(ErroDe(operacao).startsWith("O livro de receitas sumiu da pasta"),
+                 qPrintable(ErroDe(operacao)));
     QCOMPARE(QFileInfo(banco.CaminhoDoLivro()).size(), 0);
 
     // It comes back, and everything is as before.

@@ -476,7 +476,8 @@ void TesteFiguras::contaAsPassadasDeUmJpeg()
     QCOMPARE(MedirJpeg(ComPassadas(progressivo, 300)).passadas, passadas + 300);
     // A small picture inside the file's remarks, and what lies behind the end, are no scans of this one.
     QByteArray comentario("\xFF\xE1\x00\x08\xFF\xDA\xFF\xDA\xFF\xDA", 10);
-    QCOMPARE(MedirJpeg(QByteArray(progressivo).insert(2, comentario) + "\xFF\xDA\xFF\xDA").passadas, passadas);
+    QCOMPARE(MedirJpeg(QByteArray(progressivo).insert(2, comentario) + "\xFF\xDA\xFF\xDA").passadas,
+             passadas);
     for (const QByteArray &resto : {QByteArray(), QByteArray("GIF89a"), QByteArray("\xFF\xD8\xFF"),
                                     QByteArray("\xFF\xD8\xFF\xE0"), QByteArray("\xFF\xD8\xFF\xE0\xFF", 5)})
         QCOMPARE(MedirJpeg(resto).passadas, 0);

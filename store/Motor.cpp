@@ -438,7 +438,7 @@ bool Motor::EntrarNoWal()
     const bool entrou =
         sqlite3_exec(m_conexao, "PRAGMA journal_mode=WAL", guardar, &modo, nullptr) == SQLITE_OK &&
         modo == "wal" && sqlite3_exec(m_conexao, kModo, nullptr, nullptr, nullptr) == SQLITE_OK;
-    sqlite3_set_authorizer(m_conexao, Autorizar, nullptr);
+    sqlite3_set_authorizer(m_conexao, Autorizar, &m_plano);
     return entrou;
 }
 
@@ -451,7 +451,7 @@ qint64 Motor::VersaoDosDados()
     };
     sqlite3_set_authorizer(m_conexao, nullptr, nullptr);
     sqlite3_exec(m_conexao, "PRAGMA data_version", guardar, &versao, nullptr);
-    sqlite3_set_authorizer(m_conexao, Autorizar, nullptr);
+    sqlite3_set_authorizer(m_conexao, Autorizar, &m_plano);
     return versao;
 }
 

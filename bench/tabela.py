@@ -42,8 +42,9 @@ class Medidas:
     def de(self, nome):
         return self.por_nome.get(nome)
 
-    def linha(self, trabalho, nosso, nu, razao, limite, unidade="ms"):
-        """`limite` is a number for the ratio, or (number, unit) for our own value."""
+    def linha(self, trabalho, nosso, nu, razao, limite, unidade="ms", crescimento=""):
+        """`limite` is a number for the ratio, or (number, unit) for our own value; `crescimento` tells how ours
+        grew since the book before."""
         passou = ""
         if isinstance(limite, tuple):
             escrito = f"{numero(limite[0])} {limite[1]}"
@@ -55,7 +56,7 @@ class Medidas:
             escrito = ""
         self.linhas.append(
             f"| {trabalho} | {numero(nosso)} {unidade} | {numero(nu) + ' ' + unidade if nu else ''} "
-            f"| {numero(razao) if razao else ''}{passou} | {escrito} |"
+            f"| {numero(razao) if razao else ''}{passou} | {escrito} | {crescimento} |"
         )
 
     def partidas(self, trabalho, nome, limite):
@@ -67,14 +68,23 @@ class Medidas:
             self.linha(f"{trabalho}, {livro} recipes", medida["nosso"], medida["nu"], medida["nosso"] / medida["nu"],
                        teto, medida["unidade"])
 
-    def comparadas(self, bench, trabalho, nome, limite, sufixo="", tamanhos=(50, 1000, 20000, 250000)):
-        """Benches that report ours, the bare one and the ratio themselves."""
+    def comparadas(self, bench, trabalho, nome, limite, sufixo="", tamanhos=(50, 1000, 20000, 250000), campo=None):
+        """Benches that report ours, the bare one and the ratio themselves, or one value of theirs (`campo`)."""
+        antes = None
         for tamanho in tamanhos:
             medida = self.de(f"{bench}:{nome}/{tamanho}{sufixo}")
-            if not medida:
+            if not medida or (campo and campo not in medida):
                 continue
-            nosso = medida.get("nosso_ms", medida["nu_ms"] * medida["razao"])
-            self.linha(f"{trabalho}, {tamanho} recipes", nosso, medida["nu_ms"], medida["razao"], limite)
+            nosso = medida[campo] if campo else medida.get("nosso_ms", medida["nu_ms"] * medida["razao"])
+            crescimento = ""
+            if antes and antes[1] > 0:
+                crescimento = f"{numero(nosso / antes[1])} x for {numero(tamanho / antes[0])} x"
+            antes = (tamanho, nosso)
+            if campo or medida["nu_ms"] < 0.0005:
+                self.linha(f"{trabalho}, {tamanho} recipes", nosso, None, None, limite, crescimento=crescimento)
+            else:
+                self.linha(f"{trabalho}, {tamanho} recipes", nosso, medida["nu_ms"], medida["razao"], limite,
+                           crescimento=crescimento)
 
     def par(self, bench, trabalho, nosso, nu, limite, campo="cpu_time"):
         """Two benches of one file, one ours and one bare."""
@@ -94,7 +104,7 @@ class Medidas:
                       lambda livro: 1.8 if livro <= 10000 else 2.5)
         self.partidas("start to the rolled-open list with the news, beside without", "ListaAbertaComESemNovidades", None)
         self.partidas("peak memory, list filled (bare: the bare window)", "MemoriaMaxima",
-                      lambda livro: (45, "MB") if livro <= 10000 else (137, "MB"))
+                      lambda livro: (42, "MB") if livro == 0 else (45, "MB") if livro <= 10000 else (120, "MB"))
         self.comparadas("store", "save: the statements of ten lines", "ComandosDeGravar", 1.5,
                         "/iterations:31/manual_time")
         self.comparadas("store", "save: `GravarReceita`, ten lines", "Gravar", (60, "ms"),
@@ -104,10 +114,23 @@ class Medidas:
         self.comparadas("store", "fetch of the list's columns (best index)", "BuscarListaComIndice", 2.5, "/manual_time")
         self.comparadas("store", "DISTINCT ingredients (same book)", "NomesDistintos", None, "/manual_time")
         self.comparadas("store", "DISTINCT ingredients (best index)", "NomesDistintosComIndice", 2, "/manual_time")
-        self.comparadas("browse", "list filled again", "PreencherLista", 1.5, "/manual_time")
-        self.comparadas("browse", "list opened, without the roll's pacing", "AbrirLista", None, "/manual_time")
-        self.comparadas("browse", "name search, click to rows", "PesquisarNome", 3, "/manual_time")
-        self.comparadas("browse", "column sort (bare: the engine's ORDER BY)", "OrdenarColuna", None, "/manual_time")
+        m = "/manual_time"
+        self.comparadas("browse", "list filled again, the book written since", "PreencherLista", 1.2, m)
+        self.comparadas("browse", "the same, first rows", "PreencherLista", (30, "ms"), m, campo="primeira_ms")
+        self.comparadas("browse", "the same, longest silence", "PreencherLista", (16, "ms"), m, campo="silencio_ms")
+        self.comparadas("browse", "list filled again, book unchanged", "PreencherListaIgual", (15, "ms"), m)
+        self.comparadas("browse", "list opened, without the roll's pacing", "AbrirLista", None, m)
+        self.comparadas("browse", "name search, click to rows (both runs)", "PesquisarNome", 3, m)
+        self.comparadas("browse", "the same, longest silence", "PesquisarNome", (16, "ms"), m, campo="silencio_ms")
+        self.comparadas("browse", "ingredient search, click to rows (both runs)", "PesquisarIngrediente", None, m)
+        self.comparadas("browse", "search opened and painted, the book written since", "AbrirPesquisa", (50, "ms"), m)
+        self.comparadas("browse", "the same, longest silence", "AbrirPesquisa", (16, "ms"), m, campo="silencio_ms")
+        self.comparadas("browse", "search opened and painted, book unchanged", "AbrirPesquisaIgual", (20, "ms"), m)
+        self.comparadas("browse", "choice lists complete (bare: the indexed DISTINCTs)", "EscolhasCompletas", 1.5, m)
+        self.comparadas("browse", "the same, longest silence", "EscolhasCompletas", (16, "ms"), m, campo="silencio_ms")
+        self.comparadas("browse", "a key press completed among all ingredients", "TeclaCompletada", (5, "ms"), m)
+        self.comparadas("browse", "column sort (bare: `std::sort` of ready keys)", "OrdenarColuna", 1.2, m)
+        self.comparadas("browse", "the same, longest silence", "OrdenarColuna", (16, "ms"), m, campo="silencio_ms")
         self.comparadas("browse", "opening a card", "AbrirCartao", (12, "ms"), "/manual_time")
         self.par("packages", "base64 encode, 1 MB (bare: QByteArray)", "CodificarBase64Class/1000000",
                  "CodificarQByteArray/1000000", 1)
@@ -115,8 +138,9 @@ class Medidas:
                  "DecodificarQByteArray/1000000", 1)
         self.par("packages", "pack (bare: zlib)", "CompactarRecipiente", "CompactarZlib", 1.05)
         self.par("packages", "unpack (bare: zlib)", "DescompactarRecipiente", "DescompactarZlib", 1.05)
-        self.par("packages", "import of 1 000 recipes with ten lines", "ImportarPacote/iterations:1/real_time",
-                 "InserirComMotorNu/iterations:1/real_time", 1.3, "real_time")
+        for receitas in (1000, 10000):
+            self.par("packages", f"import of {receitas} recipes with ten lines", f"ImportarPacote/{receitas}/iterations:1/real_time",
+                     f"InserirComMotorNu/{receitas}/iterations:1/real_time", None, "real_time")
         mil = self.milissegundos("packages", "ExportarComFiguras/1000/real_time", "real_time")
         quarto = self.milissegundos("packages", "ExportarComFiguras/250/real_time", "real_time")
         if mil and quarto:
@@ -150,7 +174,7 @@ def main():
     linhas = Medidas(sys.argv[1]).tabela()
     if not linhas:
         sys.exit("tabela.py: no figures found")
-    tabela = "\n".join([maquina(), "", "| work | ours | bare | ratio | limit |", "|---|--:|--:|--:|--:|", *linhas])
+    tabela = "\n".join([maquina(), "", "| work | ours | bare | ratio | limit | growth |", "|---|--:|--:|--:|--:|--:|", *linhas])
     print(tabela)
     arquivo = pathlib.Path(__file__).parent / "README.md"
     texto = arquivo.read_text()

@@ -232,7 +232,12 @@ void AbrirPesquisa(benchmark::State &estado)
 {
     Bancada &b = Livraria(static_cast<int>(estado.range(0)));
     Comparar(
-        estado, [&b] { Mexer(b); }, [&b] { b.pesquisa->imgPesRcta_Click(); }, [&b] { EscolhasNuas(b); });
+        estado,
+        [&b] {
+            b.Controle<ComboTexto>("cmbPesIngrediente")->count(); // the last round's reading ends
+            Mexer(b);
+        },
+        [&b] { b.pesquisa->imgPesRcta_Click(); }, [&b] { EscolhasNuas(b); });
     b.Controle<ComboTexto>("cmbPesIngrediente")->count();
 }
 

@@ -102,13 +102,12 @@ def nosso(pasta, notas):
 def par(pasta, notas):
     programa = Programa(["anymeal"], "^AnyMeal", {"XDG_DATA_HOME": str(pasta), "HOME": str(pasta)})
     notas("start", programa.partida)
-    time.sleep(0.5)
+    time.sleep(2)
 
     def procurar(atalho, texto):
-        programa.teclar(atalho)
+        programa.medir(lambda: programa.teclar(atalho))
         time.sleep(0.5)
-        programa.escrever(texto)
-        time.sleep(0.3)
+        programa.medir(lambda: programa.escrever(texto))
         return programa.medir(lambda: programa.teclar("Return"))
 
     nome = procurar("alt+t", "bolo")

@@ -44,6 +44,20 @@ bool LinhasLista::Tomar(int quantos)
     return m_proximo < m_receitas.RecordCount();
 }
 
+bool LinhasLista::Mostra(const RecordSet &receitas, qint64 lngLimiteCalorias) const
+{
+    const int quantas = receitas.RecordCount();
+    if (quantas == 0 || quantas != m_receitas.RecordCount() || m_proximo != quantas || m_removeu ||
+        m_limite != lngLimiteCalorias || m_receitas.Reordenado() != receitas.Reordenado())
+        return false;
+    // A name's mark is its place in the storage, which two living record sets only have in common if it is
+    // one.
+    const auto mesma = [&](int linha) {
+        return m_receitas.MarcaEm(linha, m_campos.nome) == receitas.MarcaEm(linha, m_campos.nome);
+    };
+    return mesma(0) && mesma(quantas - 1);
+}
+
 bool LinhasLista::PorPorcao(int registro) const
 {
     return m_receitas.Utf8Em(registro, m_campos.tipoCalorias) == "P";

@@ -40,7 +40,13 @@ public:
     /// Sorts by a column in the book's order of texts; rows that are equal there keep their order.
     /// Gives the old place of every row. A long one lets the window paint meanwhile.
     std::vector<int> Ordenar(Coluna coluna);
-    void Remover(int linha) { m_linhas.erase(m_linhas.begin() + linha); }
+    void Remover(int linha)
+    {
+        m_linhas.erase(m_linhas.begin() + linha);
+        m_removeu = true;
+    }
+    /// Whether these are all the rows of that record set and limit: the same ones, not equal ones.
+    bool Mostra(const RecordSet &receitas, qint64 lngLimiteCalorias) const;
     /// The row of a recipe, or -1.
     int Linha(qint64 lngReceita) const;
     /// The first row whose name begins so, whatever the letter case, from `aPartirDe` on and around the end;
@@ -61,5 +67,6 @@ private:
     Campos m_campos;
     qint64 m_limite = 0;
     int m_proximo = 0;
+    bool m_removeu = false;
     std::vector<int> m_linhas; ///< record of each row
 };

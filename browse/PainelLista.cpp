@@ -168,6 +168,16 @@ void PainelLista::ComecarPreenchimento()
     }
     m_depois = {m_lstVwReceitas->verticalScrollBar()->value(), m_lstVwReceitas->currentIndex().row(),
                 std::exchange(m_marcada, 0), std::exchange(m_manterLugar, false)};
+    if (m_consulta && m_consulta->Completa() && m_comoPreenchida && m_chaveDoPreenchimento == m_chave &&
+        m_modelo->Linhas().Mostra(m_consulta->Linhas(), m_limite)) {
+        // The very rows that stand there already: measuring a quarter of a million anew would show the same.
+        m_consulta.reset();
+        m_lstVwReceitas->selectionModel()->clear();
+        m_lstVwReceitas->scrollToTop();
+        VoltarAoLugar();
+        return;
+    }
+    m_comoPreenchida = false;
     m_lstVwReceitas->DefinirDica("");
     m_modelo->Limpar();
     if (!m_consulta) {
@@ -205,7 +215,9 @@ void PainelLista::ConcluirPreenchimento()
 {
     const RecordSet rs = m_consulta->Linhas();
     m_consulta.reset();
-    m_lstVwReceitas->DefinirDica(m_livroInteiro && rs.RecordCount() == 0 ? kLivroVazio : kVazia);
+    m_comoPreenchida = true;
+    m_chaveDoPreenchimento = m_chave;
+    m_livroVazio = m_livroInteiro && rs.RecordCount() == 0;
     const bool mostradas = m_modelo->rowCount() > 0;
     if (m_chave <= LinhasLista::Nome && !rs.Reordenado() && mostradas) {
         m_modelo->Tomar(true);
@@ -229,6 +241,7 @@ void PainelLista::ConcluirPreenchimento()
 
 void PainelLista::VoltarAoLugar()
 {
+    m_lstVwReceitas->DefinirDica(m_livroVazio ? kLivroVazio : kVazia); // it stands in an empty list only
     if (m_depois.manterLugar)
         m_lstVwReceitas->VoltarAoLugar(m_depois.topo, m_depois.atual);
     if (m_depois.procurada > 0)
@@ -272,6 +285,7 @@ void PainelLista::OrdenarPor(int coluna)
 {
     if (coluna <= LinhasLista::Origem) {                        // the other two columns do not sort
         const Operacao operacao(Operacao::Tipo::Preenchimento); // a long list lets the window paint meanwhile
+        m_comoPreenchida = false;
         m_chave = coluna;
         m_modelo->Ordenar(static_cast<LinhasLista::Coluna>(coluna));
     }

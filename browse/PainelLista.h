@@ -102,6 +102,9 @@ private:
     std::unique_ptr<Consulta> m_consulta; ///< while the list is being filled
     qint64 m_limite = 0;                  ///< of this fill
     bool m_livroInteiro = true;
+    bool m_livroVazio = false;
+    bool m_comoPreenchida = false; ///< nobody has put the rows in another order since
+    int m_chaveDoPreenchimento = -1;
     struct {
         int topo = 0;
         int atual = -1;

@@ -81,6 +81,7 @@ private:
 /// What another copy does: the book is written, and no one's rows change.
 void Mexer(const Bancada &b)
 {
+    b.livro.banco.LerUmaVez(); // ends what is still being read behind a panel
     MotorNu(b.livro.banco.Caminho("dadosr.lst"), MotorNu::Modo::Gravar)
         .Executar("UPDATE Receitas SET Tipo=Tipo WHERE id_receitas=1");
 }

@@ -318,6 +318,7 @@ void PainelLista::Excluir(const QList<qint64> &receitas)
     if (!m_portas.avisos.Perguntar(receitas.size() == 1 ? "Confirma Exclusão da Receita?"
                                                         : "Confirma Exclusão das Receitas?"))
         return;
+    m_portas.banco.AntesDeMudar(receitas);
     m_manterLugar = true;
     try {
         if (receitas.size() == 1) {
@@ -352,6 +353,7 @@ void PainelLista::ExcluirPeloMenu(qint64 lngReceita)
     const Operacao operacao(Operacao::Tipo::Exclusao);
     if (!m_portas.avisos.Perguntar("Confirma Exclusão da Receita?"))
         return;
+    m_portas.banco.AntesDeMudar({lngReceita});
     ExcluirReceita(m_portas.banco, lngReceita);
     if (const int linha = m_modelo->Linhas().Linha(lngReceita); linha >= 0)
         m_modelo->Remover(linha);

@@ -158,6 +158,8 @@ qint64 GravarReceita(const Banco &banco, const Figuras &figuras, const Relogio &
     const QList<LinhaIngrediente> linhas = LinhasDaTela(tela);
     const QDate hoje = relogio.Hoje();
     Conferir(banco, tela, linhas, hoje);
+    if (!tela.txtNroReceita.isEmpty())
+        banco.AntesDeMudar({tela.txtNroReceita.toLongLong()});
     if (tela.txtNroReceita.isEmpty() || !Alterar(banco, figuras, tela))
         Incluir(banco, figuras, hoje, tela);
     const qint64 lngReceita = tela.txtNroReceita.toLongLong();

@@ -85,6 +85,7 @@ PainelEditor::PainelEditor(const Banco &banco, const Figuras &figuras, Avisos &a
     m_fraFigura->Limpar();
     DefinirLugar(0, 0, kLargura, kAltura);
     Acessivel::Nomear(*this);
+    m_salvo = Rascunho();
 }
 
 PainelEditor::~PainelEditor()
@@ -289,9 +290,11 @@ void PainelEditor::MostrarNumero(const QString &numero)
 void PainelEditor::NovaReceita()
 {
     CarregarValoresDetalheReceita(0);
+    EntregarRascunho();
     Preencher({});
     m_fraFigura->Limpar();
     m_optIngredientes->setChecked(true);
+    m_salvo = Rascunho();
     m_rolagem->ensureVisible(0, 0);
     m_focarAoMostrar = !isVisible();
     m_txtNome->setFocus();
@@ -301,11 +304,30 @@ void PainelEditor::Carregar(qint64 lngReceita)
 {
     const ReceitaLida lida = LerParaATela(m_banco, lngReceita);
     m_focarAoMostrar = false;
+    EntregarRascunho();
     Preencher(lida.tela);
     const bool temFigura =
         m_fraFigura->MostrarAntiga(lida.figura.isEmpty() ? QString() : m_figuras.Caminho(lida.figura));
     (temFigura ? m_optImagem : m_optIngredientes)->setChecked(true);
     m_rolagem->ensureVisible(0, 0);
+    m_salvo = Rascunho();
+}
+
+/// What is on the screen, typed lines that are not in the tree yet included.
+ReceitaNaTela PainelEditor::Rascunho() const
+{
+    ReceitaNaTela tela = DadosDaTela();
+    tela.ingredientes = m_fraIngredientes->LinhasComADigitada();
+    return tela;
+}
+
+void PainelEditor::EntregarRascunho()
+{
+    const ReceitaNaTela tela = Rascunho();
+    if (tela == m_salvo)
+        return;
+    m_salvo = tela;
+    emit rascunhoAbandonado(tela);
 }
 
 void PainelEditor::EsquecerLinhaEmEdicao()
@@ -356,6 +378,7 @@ void PainelEditor::Salvar()
     }
     MostrarNumero(tela.txtNroReceita);
     m_fraFigura->DarPorGravada(tela.txtNroReceita.toLongLong());
+    m_salvo = Rascunho();
     emit receitaSalva();
 }
 

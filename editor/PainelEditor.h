@@ -59,6 +59,9 @@ public:
     /// Checks the fields, writes the recipe and says receitaSalva(); a refusal is shown and the field to mend
     /// gets the focus.
     void Salvar();
+    /// Says rascunhoAbandonado() if something stands on the screen that was typed and never saved. Before
+    /// another recipe takes its place it does so itself; the program's end is to be told.
+    void EntregarRascunho();
     /// The values of all controls, as they stand.
     ReceitaNaTela DadosDaTela() const;
 
@@ -73,6 +76,8 @@ public:
 signals:
     /// The recipe on screen is in the book.
     void receitaSalva();
+    /// What stood here unsaved, the half-typed line included, is about to go.
+    void rascunhoAbandonado(const ReceitaNaTela &tela);
     /// The user wants this stored recipe deleted; nothing was asked or done yet.
     void exclusaoPedida(qint64 lngReceita);
 
@@ -87,6 +92,7 @@ private:
     void Preencher(const ReceitaNaTela &tela);
     void MostrarFoco();
     void MostrarQuadro();
+    ReceitaNaTela Rascunho() const;
     bool Validar();
     /// Shows why a save was refused and puts the focus where it is to be mended.
     void MostrarRecusa(const RecusaDeGravacao &recusa);
@@ -100,6 +106,7 @@ private:
     const Relogio &m_relogio;
     bool m_blnApagandoCombo = false;
     bool m_focarAoMostrar = false;
+    ReceitaNaTela m_salvo; ///< the screen as it was filled or saved last
 
     QScrollArea *m_rolagem;
     QWidget *m_conteudo;

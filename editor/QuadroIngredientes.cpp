@@ -87,6 +87,17 @@ QStringList QuadroIngredientes::Linhas() const
     return m_arvore->Tags();
 }
 
+QStringList QuadroIngredientes::LinhasComADigitada() const
+{
+    QStringList linhas = Linhas();
+    const LinhaIngrediente digitada =
+        LinhaIngrediente::De(m_txtQtde->text(), m_cmbMedida->currentText(), m_cmbIngrediente->currentText());
+    // A line that is shown for mending stands among the others as it was.
+    if (!digitada.Texto().trimmed().isEmpty() && !linhas.contains(digitada.Tag()))
+        linhas += digitada.Tag();
+    return linhas;
+}
+
 void QuadroIngredientes::EsquecerLinhaEmEdicao()
 {
     m_linhaEmEdicao = nullptr;

@@ -31,6 +31,8 @@ public:
     /// Replaces all lines and forgets the line being changed.
     void DefinirLinhas(const QStringList &tags);
     QStringList Linhas() const;
+    /// The tags of the lines as they would be if what stands in the entry fields were saved too.
+    QStringList LinhasComADigitada() const;
     /// Clears the three entry fields, hides cmdLimparDados and forgets the line being changed.
     void EsquecerLinhaEmEdicao();
     void FocarIngrediente();

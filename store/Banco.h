@@ -2,6 +2,7 @@
 
 #include "store/RecordSet.h"
 
+#include <QList>
 #include <QString>
 #include <QStringList>
 
@@ -121,6 +122,16 @@ public:
     /// cannot be written, or a stop, leaves it usable as it is. Throws ErroBanco.
     void Evoluir(const Andamento &andamento) const;
 
+    /// Told, by who is about to change or delete recipes, which ones: while they are still as they were. It
+    /// must not throw.
+    using AntesDaMudanca = std::function<void(const QList<qint64> &numeros)>;
+    void DefinirAntesDeMudar(AntesDaMudanca antes) { m_antesDeMudar = std::move(antes); }
+    void AntesDeMudar(const QList<qint64> &numeros) const
+    {
+        if (m_antesDeMudar)
+            m_antesDeMudar(numeros);
+    }
+
     /// What to do with an old Access book; without one such a file is refused.
     void DefinirConversor(ConversorDeLivro conversor) { m_conversor = std::move(conversor); }
     /// For programs that only look: from now on no file is made, converted, repaired or brought up to date. A
@@ -154,6 +165,7 @@ private:
     QString m_conexao;
     ConversorDeLivro m_conversor;
     mutable std::function<void()> m_antesDeGravar;
+    AntesDaMudanca m_antesDeMudar;
     int m_esperaMs = 10000;
     bool m_soLeitura = false;
     std::shared_ptr<Memoria> m_memoria;           ///< what queries gave, and those under way

@@ -92,6 +92,52 @@ private slots:
         QVERIFY(!B().Controle("cmdExcluirRct")->isEnabled());
     }
 
+    void oQueNaoFoiSalvoEEntregueAntesDeDarLugar()
+    {
+        qRegisterMetaType<ReceitaNaTela>();
+        QSignalSpy abandonados(B().painel, &PainelEditor::rascunhoAbandonado);
+        B().painel->NovaReceita();
+        B().painel->NovaReceita(); // nothing was typed
+        QCOMPARE(abandonados.count(), 0);
+
+        B().Campo("txtNome")->setText("Bolo pela met");
+        B().Combo("cmbIngrediente")->setCurrentText("fari"); // a line that is not in the tree yet
+        B().painel->NovaReceita();
+        QCOMPARE(abandonados.count(), 1);
+        const auto tela = abandonados[0][0].value<ReceitaNaTela>();
+        QCOMPARE(tela.txtNome, "Bolo pela met");
+        QCOMPARE(tela.ingredientes.size(), 1);
+        QVERIFY(tela.ingredientes[0].endsWith("fari"));
+
+        B().painel->NovaReceita();
+        const qint64 n = Gravada(); // what is saved is no draft
+        B().painel->Carregar(n);
+        B().painel->EntregarRascunho();
+        QCOMPARE(abandonados.count(), 1);
+        B().Campo("txtNome")->setText("Outro nome");
+        B().painel->EntregarRascunho();
+        B().painel->EntregarRascunho(); // once is enough
+        QCOMPARE(abandonados.count(), 2);
+    }
+
+    void quemMudaUmaReceitaAvisaAntes()
+    {
+        QList<qint64> avisadas;
+        QStringList nomes;
+        B().banco.DefinirAntesDeMudar([&](const QList<qint64> &numeros) {
+            avisadas += numeros;
+            nomes += B().banco.AbrirRecordset("Select * from Receitas Where id_Receitas = 1").Texto(u"Nome");
+        });
+        B().painel->NovaReceita();
+        B().EntrarMinimo("Antes");
+        B().Clicar("cmdSalvarRct");
+        QCOMPARE(avisadas, QList<qint64>()); // a new one takes nothing away
+        B().Campo("txtNome")->setText("Depois");
+        B().Clicar("cmdSalvarRct");
+        QCOMPARE(avisadas, QList<qint64>{1});
+        QCOMPARE(nomes, {"Antes"}); // while it still is as it was
+    }
+
     void oFocoEsperaOPainelAparecer()
     {
         B().painel->hide();

@@ -30,6 +30,8 @@ public:
     /// As the control's tag holds it; of a new picture its path.
     const QString &Tag() const { return m_tag; }
 
+    bool operator==(const EstadoDaFigura &) const = default;
+
 private:
     QString m_tag;
 };
@@ -55,4 +57,6 @@ struct ReceitaNaTela {
     /// The bytes of the stored picture while it stays: the recipe may be deleted meanwhile, and its file with it.
     QByteArray figuraAntiga;
     bool figuraMostrada = false; ///< whether a picture shows, the placeholder not counted
+
+    bool operator==(const ReceitaNaTela &) const = default;
 };

@@ -27,6 +27,7 @@
 #include "news/Novidades.h"
 #include "news/PaineisDaJanela.h"
 #include "news/PainelNovidades.h"
+#include "packages/Lixeira.h"
 #include "print/Impressao.h"
 #include "store/Banco.h"
 #include "store/ErroBanco.h"
@@ -223,6 +224,10 @@ void frmPrincipal::LigarPaineis()
                 m_telas->FecharDetalhe();
                 m_lista->imgLstRcta_Click();
             }));
+    connect(m_editor, &PainelEditor::rascunhoAbandonado, this, [this](const ReceitaNaTela &tela) {
+        Lixeira(m_banco, m_figuras, m_portas.relogio).Guardar(tela);
+    });
+    connect(qApp, &QCoreApplication::aboutToQuit, m_editor, &PainelEditor::EntregarRascunho);
     connect(m_editor, &PainelEditor::exclusaoPedida, this, [this](qint64 lngReceita) {
         Proteger(m_portas.avisos, [=, this] { m_exclusao->ExcluirDaTela(lngReceita); });
     });

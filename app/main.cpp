@@ -19,6 +19,7 @@
 #include "base/Sorteio.h"
 #include "news/ClienteWebQt.h"
 #include "packages/LinhaDeComando.h"
+#include "packages/Lixeira.h"
 #include "packages/frmImportacao.h"
 #include "print/Impressoras.h"
 #include "store/Banco.h"
@@ -126,6 +127,8 @@ int main(int argc, char *argv[])
     RelogioDoSistema relogio;
     SorteioDoSistema sorteio;
     ImpressorasDoSistema impressoras;
+    const Lixeira lixeira(banco, figuras, relogio);
+    banco.DefinirAntesDeMudar([&lixeira](const QList<qint64> &numeros) { lixeira.Guardar(numeros); });
     frmPrincipal janela(banco, figuras,
                         {avisos, seletor, relogio, sorteio, abridor, impressoras, COZINHARIO_SITE},
                         std::make_unique<ClienteWebQt>());

@@ -5,11 +5,13 @@
 #include "base/EventosPendentes.h"
 #include "base/Relogio.h"
 #include "base/Texto.h"
+#include "packages/Pacote.h"
 #include "packages/Recipiente.h"
 #include "packages/RecipienteEmFatias.h"
 #include "store/Banco.h"
-#include "store/Comandos.h"
 #include "store/Figuras.h"
+#include "store/Receita.h"
+#include "store/ReceitaNaTela.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -35,6 +37,38 @@ QString ParaNomeDeArquivo(const QString &nome)
     return titulo.isEmpty() ? QString("Sem nome") : titulo;
 }
 
+QByteArray LerTudo(const QString &caminho)
+{
+    QFile arquivo(caminho);
+    if (!QFileInfo(caminho).isFile() || !arquivo.open(QIODevice::ReadOnly))
+        return {};
+    return arquivo.readAll();
+}
+
+/// The screen as a package carries a recipe.
+Receita Rascunho(const ReceitaNaTela &tela)
+{
+    Receita receita;
+    receita.Nome = tela.txtNome;
+    receita.Classificacao = tela.cmbTipo;
+    receita.Modo = tela.txtModo;
+    receita.Porcoes = tela.txtPorcoes;
+    receita.Preparo = tela.txtPreparo;
+    receita.Tipo_Calorias = tela.optReceita ? "R" : tela.optPorcao ? "P" : "";
+    receita.Calorias = tela.txtCalorias;
+    receita.Tipo = tela.txtTipoRect;
+    receita.Origem = tela.txtOrigem;
+    receita.Observacao = tela.txtObs;
+    receita.DadosFigura = tela.imgFigura.ENova() ? LerTudo(tela.imgFigura.Tag()) : tela.figuraAntiga;
+    if (!receita.DadosFigura.isEmpty())
+        receita.Figura = "F0000000.img"; // an import gives it a name of its own
+    for (const QString &tag : tela.ingredientes) {
+        const QStringList partes = tag.split(QChar(160));
+        receita.Ingredientes.append({partes.value(2), partes.value(0), partes.value(1)});
+    }
+    return receita;
+}
+
 bool MostrarQueTrabalha()
 {
     MostrarMudancas();
@@ -57,7 +91,7 @@ public:
         Escrever(Pacote::EscreverCabecalho());
     }
 
-    void Acrescentar(Pacote::Receita receita)
+    void Acrescentar(Receita receita)
     {
         if (m_quantas++ == 0)
             m_titulo = ParaNomeDeArquivo(receita.Nome);
@@ -111,9 +145,8 @@ void Lixeira::Guardar(const QList<qint64> &numeros) const noexcept
             std::optional<Receita> receita = BuscarReceita(m_banco, numero);
             if (!receita)
                 continue;
-            QFile figura(receita->Figura.isEmpty() ? QString() : m_figuras.Caminho(receita->Figura));
-            if (QFileInfo(figura.fileName()).isFile() && figura.open(QIODevice::ReadOnly))
-                receita->DadosFigura = figura.readAll();
+            if (!receita->Figura.isEmpty())
+                receita->DadosFigura = LerTudo(m_figuras.Caminho(receita->Figura));
             escrita.Acrescentar(*receita);
         }
         escrita.Concluir();
@@ -122,11 +155,11 @@ void Lixeira::Guardar(const QList<qint64> &numeros) const noexcept
     }
 }
 
-void Lixeira::Guardar(const Pacote::Receita &receita) const noexcept
+void Lixeira::Guardar(const ReceitaNaTela &tela) const noexcept
 {
     try {
         Escrita escrita(*this);
-        escrita.Acrescentar(receita);
+        escrita.Acrescentar(Rascunho(tela));
         escrita.Concluir();
     } catch (const std::exception &) {
         // As above.

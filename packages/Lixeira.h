@@ -1,12 +1,11 @@
 #pragma once
 
-#include "packages/Pacote.h"
-
 #include <QList>
 
 class Banco;
 class Figuras;
 class Relogio;
+struct ReceitaNaTela;
 
 /**
  * What a deletion or a change is about to take away, and what stood unsaved in the editor, as ordinary
@@ -30,8 +29,8 @@ public:
 
     /// The recipes of these numbers, as they are in the book, in one package. Never throws.
     void Guardar(const QList<qint64> &numeros) const noexcept;
-    /// A recipe that is not, or not so, in the book. Never throws.
-    void Guardar(const Pacote::Receita &receita) const noexcept;
+    /// What stands on the screen and is not, or not so, in the book. Never throws.
+    void Guardar(const ReceitaNaTela &tela) const noexcept;
 
 private:
     class Escrita;

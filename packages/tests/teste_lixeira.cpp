@@ -4,6 +4,7 @@
 #include "packages/Lixeira.h"
 #include "packages/tests/Duplos.h"
 #include "store/Comandos.h"
+#include "store/ReceitaNaTela.h"
 
 #include <QtTest>
 
@@ -67,8 +68,8 @@ private slots:
     {
         Livro livro;
         RelogioParado relogio;
-        Pacote::Receita rascunho;
-        rascunho.Modo = "bata tudo e";
+        ReceitaNaTela rascunho;
+        rascunho.txtModo = "bata tudo e";
         const Lixeira lixeira(livro.banco, livro.figuras, relogio);
         lixeira.Guardar(rascunho);
         lixeira.Guardar(rascunho); // within the same second
@@ -89,8 +90,8 @@ private slots:
             QCOMPARE(utime(QFile::encodeName(nome).constData(), &quando), 0);
         }
         QVERIFY(GravarArquivo(livro.Caminho("Lixeira/notas.txt"), "do usuário"));
-        Pacote::Receita rascunho;
-        rascunho.Nome = "novo";
+        ReceitaNaTela rascunho;
+        rascunho.txtNome = "novo";
         lixeira.Guardar(rascunho);
         QStringList pacotes = Pacotes(livro);
         QVERIFY(pacotes.removeOne("notas.txt"));
@@ -131,8 +132,8 @@ private slots:
         QTemporaryDir alheia;
         RelogioParado relogio;
         QVERIFY(QFile::link(alheia.path(), livro.Caminho("Lixeira")));
-        Pacote::Receita rascunho;
-        rascunho.Nome = "novo";
+        ReceitaNaTela rascunho;
+        rascunho.txtNome = "novo";
         Lixeira(livro.banco, livro.figuras, relogio).Guardar(rascunho);
         QVERIFY(QDir(alheia.path()).isEmpty());
     }

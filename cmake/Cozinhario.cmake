@@ -195,14 +195,14 @@ function(cozinhario_teste nome)
 endfunction()
 
 # cozinhario_bench(name SOURCES ... LINKS ... [DADOS folder])
-# A program of Google Benchmark; PASTA_FONTES names the folder whose data it measures with.
+# A program of Google Benchmark, with the invented books of bench/; PASTA_FONTES names the folder whose data it measures with.
 function(cozinhario_bench nome)
     if(NOT COZINHARIO_BENCH)
         return()
     endif()
     cmake_parse_arguments(B "" "DADOS" "SOURCES;LINKS" ${ARGN})
     add_executable(${nome} ${B_SOURCES})
-    target_link_libraries(${nome} PRIVATE cozinhario_opcoes ${B_LINKS} benchmark::benchmark)
+    target_link_libraries(${nome} PRIVATE cozinhario_opcoes gerador_livro ${B_LINKS} benchmark::benchmark)
     target_include_directories(${nome} PRIVATE ${COZINHARIO_RAIZ_DOS_TESTES})
     if(B_DADOS)
         target_compile_definitions(${nome} PRIVATE PASTA_FONTES="${CMAKE_SOURCE_DIR}/${B_DADOS}")

@@ -109,7 +109,7 @@ private slots:
         const Banco banco(programa.Pasta());
         for (const ReceitaExemplo &receita : std::as_const(receitas)) {
             const RecordSet rs = banco.AbrirRecordset(Comandos::SqlReceitaDeNome(receita.nome.toUpper()));
-            QCOMPARE(rs.RecordCount(), 1);
+            QVERIFY2(rs.RecordCount() == 1, qPrintable(receita.nome));
             QCOMPARE(rs.Texto(u"Nome"), receita.nome);
             QCOMPARE(rs.Texto(u"Modo"), receita.modo);
             QCOMPARE(rs.Texto(u"Observacao"), receita.observacao);

@@ -2,6 +2,7 @@
 
 #include "backup/LivroParado.h"
 #include "base/ArquivoSeguro.h"
+#include "base/RenomearSobre.h"
 #include "store/Banco.h"
 #include "store/CopiasDatadas.h"
 #include "store/ErroBanco.h"

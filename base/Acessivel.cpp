@@ -1,7 +1,6 @@
 #include "base/Acessivel.h"
 
 #include "base/Alcance.h"
-#include "base/Painel.h"
 
 #include <QAbstractButton>
 #include <QAccessible>

@@ -1,7 +1,5 @@
 #include "base/Alcance.h"
 
-#include "base/Painel.h"
-
 #include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
@@ -13,8 +11,8 @@ namespace
 // The place that a widget takes, or will take when it has rolled open.
 QRect Lugar(const QWidget &controle)
 {
-    const auto *painel = qobject_cast<const Painel *>(&controle);
-    return painel ? QRect(painel->pos(), painel->TamanhoAberto()) : controle.geometry();
+    const QVariant aberto = controle.property("tamanhoAberto");
+    return aberto.isValid() ? QRect(controle.pos(), aberto.toSize()) : controle.geometry();
 }
 
 // Where nothing is drawn nothing is covered: a panel may still be collapsed, or not laid out.

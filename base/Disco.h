@@ -8,7 +8,7 @@
 /**
  * The file system as it really is, beneath what Qt shows of it: what is on the disk and what is not yet,
  * whose a file is, what a link is. Paths are native. The calls of the operating system that these need are
- * made in Disco.cpp, ArquivoSeguro.cpp and ArquivoDeTrabalho.cpp and nowhere else.
+ * made in Disco.cpp, RenomearSobre.cpp, ArquivoSeguro.cpp and ArquivoDeTrabalho.cpp and nowhere else.
  */
 namespace Disco
 {
@@ -42,9 +42,6 @@ void SincronizarPasta(const QString &pasta);
 void DarDireitos(QFile &arquivo, const QString &anterior, const QString &modelo);
 /// Copies the rest of `origem` from its position to the position of `destino`.
 bool CopiarResto(QFile &origem, QFile &destino);
-/// Puts one file or folder in the place of another. Between file systems a file is copied beside its target
-/// first. A target that is a link is replaced itself, unless `seguirLink`.
-bool RenomearSobre(const QString &origem, const QString &destino, bool seguirLink = false);
 
 /// Makes a folder, unless it is there; false when there is none afterwards, or a link in its place.
 bool FazerPasta(const QString &pasta);

@@ -11,6 +11,7 @@ class Painel : public QWidget
 {
     Q_OBJECT
     Q_PROPERTY(int alturaTwips READ Altura WRITE DefinirAltura)
+    Q_PROPERTY(QSize tamanhoAberto READ TamanhoAberto)
 
 public:
     /// Height of a panel that is about to roll open.

@@ -5,6 +5,17 @@
 
 #include <algorithm>
 
+void CanvasAcessivel::Instalar()
+{
+    static const bool instalada = [] {
+        QAccessible::installFactory([](const QString &classe, QObject *objeto) -> QAccessibleInterface * {
+            return classe == u"CanvasCartao" ? new CanvasAcessivel(static_cast<CanvasCartao *>(objeto)) : nullptr;
+        });
+        return true;
+    }();
+    Q_UNUSED(instalada);
+}
+
 CanvasAcessivel::CanvasAcessivel(CanvasCartao *canvas)
     : QAccessibleWidget(canvas, QAccessible::EditableText)
 {

@@ -10,6 +10,8 @@ class CanvasAcessivel : public QAccessibleWidget, public QAccessibleTextInterfac
 {
 public:
     explicit CanvasAcessivel(CanvasCartao *canvas);
+    /// Whoever listens to one gets this, from the next one made on. Again and again does no harm.
+    static void Instalar();
 
     QAccessible::State state() const override;
     QString text(QAccessible::Text qual) const override;

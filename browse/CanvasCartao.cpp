@@ -1,7 +1,6 @@
 #include "browse/CanvasCartao.h"
 
 #include "base/Twips.h"
-#include "browse/CanvasAcessivel.h"
 
 #include <QPaintEvent>
 #include <QPainter>
@@ -9,14 +8,6 @@
 CanvasCartao::CanvasCartao(QWidget *parent)
     : QWidget(parent)
 {
-    static const bool instalada = [] {
-        QAccessible::installFactory([](const QString &classe, QObject *objeto) -> QAccessibleInterface * {
-            return classe == u"CanvasCartao" ? new CanvasAcessivel(static_cast<CanvasCartao *>(objeto))
-                                             : nullptr;
-        });
-        return true;
-    }();
-    Q_UNUSED(instalada);
     setObjectName("picViewDados");
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);

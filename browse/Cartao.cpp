@@ -8,7 +8,7 @@
 #include "print/Superficie.h"
 #include "store/Banco.h"
 #include "store/Figuras.h"
-#include "store/Receita.h"
+#include "store/LeitorDeReceitas.h"
 
 #include <algorithm>
 #include <cmath>

@@ -171,6 +171,17 @@ private:
 };
 } // namespace
 
+void ListaAcessivel::Instalar()
+{
+    static const bool instalada = [] {
+        QAccessible::installFactory([](const QString &classe, QObject *objeto) -> QAccessibleInterface * {
+            return classe == u"ListaReceitas" ? new ListaAcessivel(static_cast<ListaReceitas *>(objeto)) : nullptr;
+        });
+        return true;
+    }();
+    Q_UNUSED(instalada);
+}
+
 ListaAcessivel::ListaAcessivel(ListaReceitas *lista)
     : QAccessibleWidget(lista, QAccessible::Table)
 {

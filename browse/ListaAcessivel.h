@@ -18,6 +18,8 @@ class ListaAcessivel : public QAccessibleWidget, public QAccessibleTableInterfac
 public:
     explicit ListaAcessivel(ListaReceitas *lista);
     ~ListaAcessivel() override;
+    /// Whoever listens to one gets this, from the next one made on. Again and again does no harm.
+    static void Instalar();
 
     ListaReceitas *Lista() const;
 

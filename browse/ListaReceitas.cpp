@@ -3,7 +3,6 @@
 #include "base/Fontes.h"
 #include "base/Twips.h"
 #include "browse/CabecalhoLista.h"
-#include "browse/ListaAcessivel.h"
 #include "browse/ModeloLista.h"
 
 #include <QApplication>
@@ -49,14 +48,6 @@ ListaReceitas::ListaReceitas(ModeloLista &modelo, QWidget *parent)
     : QTreeView(parent)
     , m_modelo(modelo)
 {
-    static const bool instalada = [] {
-        QAccessible::installFactory([](const QString &classe, QObject *objeto) -> QAccessibleInterface * {
-            return classe == u"ListaReceitas" ? new ListaAcessivel(static_cast<ListaReceitas *>(objeto))
-                                              : nullptr;
-        });
-        return true;
-    }();
-    Q_UNUSED(instalada);
     setObjectName("lstVwReceitas");
     setToolTip("Listagem das Receitas Cadastradas");
     setAccessibleName("Receitas");

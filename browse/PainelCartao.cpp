@@ -7,6 +7,7 @@
 #include "base/Painel.h"
 #include "base/Telas.h"
 #include "base/Twips.h"
+#include "browse/CanvasAcessivel.h"
 #include "browse/CanvasCartao.h"
 #include "browse/Cartao.h"
 #include "browse/DetalheReceita.h"
@@ -39,6 +40,12 @@ constexpr int kSobra = 150;
 constexpr int kLinhaDaRoda = 255; // a line of the card, 4.5 mm
 
 constexpr double kTwipsPorMilimetro = 1440 / 25.4;
+
+CanvasCartao *NovoCanvas(QWidget *parent)
+{
+    CanvasAcessivel::Instalar();
+    return new CanvasCartao(parent);
+}
 } // namespace
 
 PainelCartao::PainelCartao(const Banco &banco, Avisos &avisos, Telas &telas, DetalheReceita &detalhe,
@@ -50,7 +57,7 @@ PainelCartao::PainelCartao(const Banco &banco, Avisos &avisos, Telas &telas, Det
     , m_detalhe(detalhe)
     , m_picDetReceita(picDetReceita)
     , m_janela(new QWidget(this))
-    , m_picViewDados(new CanvasCartao(m_janela))
+    , m_picViewDados(NovoCanvas(m_janela))
     , m_vScrlPic(new QScrollBar(Qt::Vertical, this))
     , m_imgPrint(new QLabel(this))
     , m_cmdAlterarReceita(new QPushButton("&Alterar Receita", m_picViewDados))

@@ -9,6 +9,7 @@
 #include "base/Telas.h"
 #include "browse/DetalheReceita.h"
 #include "browse/ExcluirReceita.h"
+#include "browse/ListaAcessivel.h"
 #include "browse/ListaReceitas.h"
 #include "browse/ModeloLista.h"
 #include "browse/PainelCartao.h"
@@ -41,13 +42,19 @@ constexpr auto kVazia = "Nenhuma receita para mostrar.";
 constexpr auto kIlegivel = "A lista de receitas não pôde ser lida.";
 constexpr auto kLivroVazio =
     "Seu livro ainda não tem receitas. Cadastre a primeira com o botão Nova Receita.";
+
+ListaReceitas *NovaLista(ModeloLista &modelo, QWidget *parent)
+{
+    ListaAcessivel::Instalar();
+    return new ListaReceitas(modelo, parent);
+}
 } // namespace
 
 PainelLista::PainelLista(const PortasLista &portas, QWidget *parent)
     : Painel("picLstReceitas", parent)
     , m_portas(portas)
     , m_modelo(new ModeloLista(this))
-    , m_lstVwReceitas(new ListaReceitas(*m_modelo, this))
+    , m_lstVwReceitas(NovaLista(*m_modelo, this))
     , m_menu(new frmMenu(this))
 {
     setAccessibleName("Lista de receitas");

@@ -1,7 +1,7 @@
 #include "editor/LerReceita.h"
 
 #include "editor/LinhaIngrediente.h"
-#include "store/Receita.h"
+#include "store/LeitorDeReceitas.h"
 
 namespace
 {

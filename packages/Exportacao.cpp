@@ -18,6 +18,7 @@
 #include "store/Comandos.h"
 #include "store/ErroBanco.h"
 #include "store/Figuras.h"
+#include "store/LeitorDeReceitas.h"
 
 #include <QFile>
 #include <QFileInfo>

@@ -3,7 +3,7 @@
 #include "print/LayoutReceita.h"
 #include "store/Banco.h"
 #include "store/Figuras.h"
-#include "store/Receita.h"
+#include "store/LeitorDeReceitas.h"
 
 namespace
 {

@@ -4,11 +4,6 @@
 #include <QList>
 #include <QString>
 
-#include <optional>
-
-class Banco;
-class RecordSet;
-
 /**
  * An ingredient line. A quantity or unit that is a null text is the database's NULL; an empty one that is not
  * null is an empty text, which some readers tell from it.
@@ -31,15 +26,6 @@ struct Receita {
     QList<LinhaDaReceita> Ingredientes;
     qint64 id_receitas = 0; ///< 0: not in the book
 };
-
-/// The recipe of a record set's current row, its lines left out. Columns that were not asked for stay null.
-Receita ReceitaDaLinha(const RecordSet &rs);
-/// A recipe's lines, in their order. Throws ErroBanco.
-QList<LinhaDaReceita> LerLinhas(const Banco &banco, qint64 lngReceita);
-/// A recipe and its lines; none when the book has no such number. Throws ErroBanco.
-std::optional<Receita> BuscarReceita(const Banco &banco, qint64 lngReceita);
-/// The same, but a number that is not in the book is an ErroBanco.
-Receita LerReceita(const Banco &banco, qint64 lngReceita);
 
 /// "2 xícaras farinha": quantity, unit and ingredient trimmed, a blank between them. Only a quantity or unit
 /// that is NULL leaves its blank out.

@@ -1,6 +1,7 @@
 // How files are written: whole or not at all, through no link, for nobody's eyes but the cook's.
 #include "base/ArquivoDeTrabalho.h"
 #include "base/ArquivoSeguro.h"
+#include "base/RenomearSobre.h"
 #include "base/tests/LimiteDeArquivo.h"
 
 #include <QDir>

@@ -1,8 +1,8 @@
 #include "store/access/DefinicaoTabela.h"
 
 #include "store/access/ErroAccess.h"
+#include "store/access/Texto.h"
 #include "store/access/Trecho.h"
-#include "store/access/Valores.h"
 
 #include <algorithm>
 

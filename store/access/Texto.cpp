@@ -1,4 +1,4 @@
-#include "store/access/Valores.h"
+#include "store/access/Texto.h"
 
 #include "base/PaginaCodigo.h"
 #include "store/access/ErroAccess.h"

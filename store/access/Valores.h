@@ -3,6 +3,7 @@
 #include "store/access/DefinicaoTabela.h"
 #include "store/access/Linha.h"
 #include "store/access/PaginaDeDados.h"
+#include "store/access/Texto.h"
 
 #include <QString>
 
@@ -10,13 +11,6 @@
 
 namespace Access
 {
-/// One byte a character in code page 1252.
-QString TextoDaPagina1252(const Trecho &bytes);
-/// Plain UTF-16; half a surrogate pair becomes U+FFFD.
-QString TextoUtf16(const Trecho &bytes);
-/// Text of Jet 4: compressed when it begins with FF FE, else UTF-16.
-QString TextoJet4(const Trecho &bytes);
-
 /**
  * Days since 1899-12-30 as "yyyy-MM-dd", followed by " HH:mm:ss" when the time is not midnight, rounded to
  * the second. The whole part is cut toward zero and the fraction counts forward: -1.25 is 1899-12-29 06:00.

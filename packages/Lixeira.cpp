@@ -10,7 +10,7 @@
 #include "packages/RecipienteEmFatias.h"
 #include "store/Banco.h"
 #include "store/Figuras.h"
-#include "store/Receita.h"
+#include "store/LeitorDeReceitas.h"
 #include "store/ReceitaNaTela.h"
 
 #include <QDir>

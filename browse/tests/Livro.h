@@ -77,6 +77,7 @@ public:
     /// Many small recipes, "Receita 0001" and so on, in one statement.
     void GuardarMuitas(int quantas)
     {
+        const Banco::Remessa remessa(banco); // synced now and then, not at each
         for (int i = 1; i <= quantas; ++i)
             banco.ExecutarSQL(QString("Insert into Receitas(Nome,Data,Modo,Porcoes,Calorias) values "
                                       "('Receita %1',CDATE('2005-11-21'),'Misture.',0,0)")

@@ -5,9 +5,12 @@
 #include "app/Fundo.h"
 #include "app/MensagemNaJanela.h"
 #include "app/SelecaoDaLista.h"
+#include "app/SolturaDePacote.h"
 #include "app/TelasDaJanela.h"
 #include "backup/modBackup.h"
+#include "base/Abridor.h"
 #include "base/Acessivel.h"
+#include "base/Acompanha.h"
 #include "base/Alcance.h"
 #include "base/BotaoImagem.h"
 #include "base/Comando.h"
@@ -28,6 +31,7 @@
 #include "news/PaineisDaJanela.h"
 #include "news/PainelNovidades.h"
 #include "packages/Lixeira.h"
+#include "packages/frmImportacao.h"
 #include "print/Impressao.h"
 #include "store/Banco.h"
 #include "store/ErroBanco.h"
@@ -39,6 +43,7 @@
 #include <QLabel>
 #include <QMouseEvent>
 #include <QPushButton>
+#include <QShortcut>
 #include <QTimer>
 #include <QWindow>
 
@@ -90,6 +95,12 @@ frmPrincipal::frmPrincipal(const Banco &banco, const Figuras &figuras, const Por
     m_fundo->lblEntrada()->setText("Cozinhario 2005");
     CriarTitulo();
     LigarBotoes();
+    const AreaDaDica area = m_fundo->Area();
+    QWidget *anterior = m_barra->Botao("imgSaida");
+    for (QWidget *elo : {area.picTamarel, area.picVilanuLogo, area.lblUrl}) {
+        setTabOrder(anterior, elo); // the web comes after the program
+        anterior = elo;
+    }
     setFixedSize(Tamanho());
     setFocus(); // else the first activation would light up the first link of the footer
 }
@@ -114,6 +125,11 @@ void frmPrincipal::Completar()
     CriarOperacoes();
     LigarPaineis();
     Vigiar();
+    new SolturaDePacote(*this, [this](const QString &caminho) {
+        Comandar(m_portas.avisos, this, [=, this] { ImportarPacote(caminho); });
+    });
+    connect(new QShortcut(QKeySequence::HelpContents, this), &QShortcut::activated, this,
+            &frmPrincipal::AbrirGuia);
     Acessivel::Nomear(*this);
     ConcluirRestauracao(); // before anything reads the book
     m_montagem = Montagem::Completa;
@@ -376,6 +392,21 @@ void frmPrincipal::FecharTela()
 void frmPrincipal::AtualizarBotoes(const BotaoImagem *controle)
 {
     m_barra->Atualizar(controle);
+}
+
+void frmPrincipal::ImportarPacote(const QString &caminho)
+{
+    frmImportacao dialogo(m_banco, m_figuras, m_portas.avisos, m_portas.relogio, this);
+    dialogo.Executar(caminho);
+    if (dialogo.AlgumaEntrou() && !Encerrando())
+        m_lista->imgLstRcta_Click();
+}
+
+void frmPrincipal::AbrirGuia()
+{
+    const QString guia = Acompanha::Guia(QCoreApplication::applicationDirPath());
+    if (!guia.isEmpty())
+        m_portas.abridor.AbrirArquivo(guia);
 }
 
 void frmPrincipal::NovaReceita()

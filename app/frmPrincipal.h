@@ -107,6 +107,8 @@ private:
     void Vigiar();
     void PrimeiraAtivacao();
     void NovaReceita();
+    void ImportarPacote(const QString &caminho);
+    void AbrirGuia();
     void Imprimir();
     void Minimizar();
     void Sair();

@@ -20,13 +20,16 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDialog>
+#include <QDropEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
+#include <QUrl>
 
 class TesteApp : public QObject
 {
@@ -798,6 +801,68 @@ private slots:
         QCOMPARE(durante, QStringList{" Receitas Cadastradas"}); // it waits
         QCOMPARE(C<Painel>("picLstReceitas")->Altura(), 6540);
         QTRY_COMPARE(Titulo(), titulo); // and is not lost
+    }
+
+    void aBarraTemAtalhosQueADicaMostra()
+    {
+        Abrir();
+        p->janela.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&p->janela));
+        QCOMPARE(C("imgDetRcta")->toolTip(), QString("Nova Receita (Ctrl+N)"));
+        QCOMPARE(C("imgDetRcta")->accessibleName(), QString("Nova Receita"));
+        Tecle(Qt::Key_N, Qt::ControlModifier);
+        QCOMPARE(Titulo(), QString(" Nova Receita "));
+        QVERIFY(C("txtNome")->hasFocus());
+        Tecle(Qt::Key_F, Qt::ControlModifier); // from within a field, too
+        QCOMPARE(Titulo(), QString(" Pesquisa de Receitas "));
+        Tecle(Qt::Key_L, Qt::ControlModifier);
+        QCOMPARE(Titulo(), QString(" Receitas Cadastradas"));
+        QSet<QString> teclas;
+        for (const BotaoImagem *botao : p->janela.findChildren<BotaoImagem *>()) {
+            const QString tecla = botao->shortcut().toString();
+            QVERIFY2(tecla.isEmpty() || !teclas.contains(tecla), qPrintable(tecla));
+            teclas << tecla;
+        }
+    }
+
+    void osElosDaWebVemDepoisDaBarra()
+    {
+        Abrir();
+        QStringList ordem;
+        const QWidget *inicio = C("imgDetRcta");
+        const QWidget *w = inicio;
+        do {
+            ordem << w->objectName();
+            w = w->nextInFocusChain();
+        } while (w != inicio);
+        QVERIFY(ordem.indexOf("imgSaida") < ordem.indexOf("picTamarel"));
+        QCOMPARE(ordem.indexOf("picTamarel"), ordem.indexOf("imgSaida") + 1);
+    }
+
+    void umPacoteSoltoNaJanelaAbreAImportacao()
+    {
+        Abrir();
+        Clique("imgDetRcta");
+        const QString caminho = p->pasta.filePath("Pacote da Vovó.LR$");
+        QFile pacote(caminho);
+        QVERIFY(pacote.open(QIODevice::WriteOnly));
+        pacote.write("nada que se descompacte");
+        pacote.close();
+        QMimeData dados;
+        dados.setUrls({QUrl::fromLocalFile(caminho)});
+        dados.setText(caminho);
+        QDragEnterEvent entra(QPoint(3, 3), Qt::CopyAction, &dados, Qt::LeftButton, {});
+        QVERIFY(QCoreApplication::sendEvent(C("txtNome"), &entra) && entra.isAccepted());
+        QDropEvent solta(QPointF(3, 3), Qt::CopyAction, &dados, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(C("txtNome"), &solta);
+        QVERIFY(p->avisos.mostrados.isEmpty()); // the drop itself is over at once
+        QTRY_COMPARE(p->avisos.mostrados.size(), 1);
+        QVERIFY(p->avisos.mostrados.first().contains("Corrompido"));
+        QCOMPARE(C<QLineEdit>("txtNome")->text(), QString());
+        dados.setUrls({QUrl::fromLocalFile(p->pasta.filePath("outra.txt"))});
+        QDragEnterEvent outra(QPoint(3, 3), Qt::CopyAction, &dados, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(C("lstVwReceitas"), &outra);
+        QVERIFY(!outra.isAccepted());
     }
 
     void nenhumEloDoRodapeAcendeAoAbrir()

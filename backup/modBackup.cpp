@@ -277,6 +277,7 @@ void modBackup::ConcluirRestauracao()
         if (!Disco::EPasta(onde))
             continue; // none, or a link to somebody else's
         QFile::remove(onde + arquivo);
+        ArquivoSeguro::RemoverSobras(onde);
         QDir().rmdir(onde);
     }
     if (!recado.isEmpty())

@@ -44,7 +44,7 @@ private:
         if (m_proximo >= m_comandos.size())
             return;
         Agendar();
-        if (!m_emRepouso)
+        if (!m_emRepouso || m_digitando)
             return;
         const Comando comando = m_comandos[m_proximo];
         if (comando.verbo == "fim") {
@@ -53,8 +53,12 @@ private:
         }
         m_emRepouso = false;
         ++m_proximo; // the command may open a dialog, whose own loop then plays the commands that follow
+        // What is typed is typed to its end: a loop that the program runs meanwhile, waiting for the web say, must
+        // not let the next command come between two letters.
+        m_digitando = comando.verbo.startsWith("digite") || comando.verbo == "cole";
         QString motivo;
         const Executor::Resultado resultado = m_executor.Executar(comando, motivo);
+        m_digitando = false;
         if (resultado == Executor::Resultado::Feito) {
             m_espera.restart();
             return;
@@ -74,6 +78,7 @@ private:
     QList<Comando> m_comandos;
     qsizetype m_proximo = 0;
     bool m_emRepouso = false;
+    bool m_digitando = false;
     QElapsedTimer m_espera;
     Executor m_executor;
 };

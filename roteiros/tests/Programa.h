@@ -75,6 +75,14 @@ public:
         ambiente.insert("XDG_RUNTIME_DIR", m_trabalho.path());
         ambiente.insert("LC_ALL", "pt_BR.UTF-8");
         ambiente.insert("DBUS_SESSION_BUS_ADDRESS", "disabled:");
+        // A desktop on which something opens every file.
+        QFile abridor(m_trabalho.filePath("xdg-open"));
+        if (abridor.open(QIODevice::WriteOnly)) {
+            abridor.write("#!/bin/sh\nexit 0\n");
+            abridor.close();
+            abridor.setPermissions(abridor.permissions() | QFile::ExeOwner | QFile::ExeUser);
+        }
+        ambiente.insert("PATH", m_trabalho.path() + ':' + ambiente.value("PATH"));
         processo.setProcessEnvironment(ambiente);
         processo.setWorkingDirectory(m_trabalho.path());
     }

@@ -98,9 +98,9 @@ bool TemPasta(const QString &caminho)
     return caminho.contains('/') || caminho.contains('\\');
 }
 
-/// Whether the backup's book holds nothing but what the program makes: a trigger or a view in it would run with
-/// every statement. A book in the old format is converted at its opening, and what is none is refused there.
-/// The last entry of a name is the one that stays.
+/// Whether the backup's book holds nothing but what the program makes: a trigger or a view in it would run
+/// with every statement. A book in the old format is converted at its opening, and what is none is refused
+/// there. The last entry of a name is the one that stays.
 bool LivroAceito(QFile &arquivo, const QList<ArquivoBackup::Entrada> &entradas, const QString &pasta)
 {
     bool aceito = true;
@@ -226,9 +226,10 @@ void modBackup::imgRestore_Click()
         m_avisos.Avisar(kOcupado + "\r\nNenhum Arquivo foi Alterado.", Avisos::Icone::Exclamacao);
         break;
     case Desfecho::LivroEstranho:
-        m_avisos.Avisar("Arquivo de Cópia de Segurança Inválida!\r\nO Livro de Receitas dela tem Partes que não são "
-                        "do Cozinhario 2005. Nenhum Arquivo foi Alterado.",
-                        Avisos::Icone::Parada);
+        m_avisos.Avisar(
+            "Arquivo de Cópia de Segurança Inválida!\r\nO Livro de Receitas dela tem Partes que não são "
+            "do Cozinhario 2005. Nenhum Arquivo foi Alterado.",
+            Avisos::Icone::Parada);
         break;
     case Desfecho::NadaAlterado:
         m_avisos.Avisar("Unidade/Diretório Indisponível no Momento!\r\nNenhum Arquivo foi Alterado.",
@@ -258,10 +259,13 @@ void modBackup::ConcluirRestauracao()
             const std::optional<QString> copia = restauracao.GuardarLivroAtual(m_relogio.Agora());
             pendente = copia.has_value();
             icone = pendente ? Avisos::Icone::Informacao : Avisos::Icone::Parada;
-            recado = pendente ? "Uma restauração que tinha ficado pela metade foi concluída agora.\r\n\r\n" +
-                                    ComoVoltar(*copia)
-                              : QString("Uma restauração ficou pela metade, e não foi possível guardar o livro de agora "
-                                        "para concluí-la. Ela foi abandonada, e o livro está como estava.");
+            recado =
+                pendente
+                    ? "Uma restauração que tinha ficado pela metade foi concluída agora.\r\n\r\n" +
+                          ComoVoltar(*copia)
+                    : QString(
+                          "Uma restauração ficou pela metade, e não foi possível guardar o livro de agora "
+                          "para concluí-la. Ela foi abandonada, e o livro está como estava.");
         }
         const QString falhou = pendente ? restauracao.Aplicar() : QString();
         m_aDescartar = !restauracao.Descartar();
@@ -272,7 +276,8 @@ void modBackup::ConcluirRestauracao()
     }
     // What else a run that was cut off leaves; folders that hold anything of the user's stay.
     for (const auto &[pasta, arquivo] :
-         {std::pair("Restore", "/~temp.rst"), std::pair("Backup", "/~temp.bck")}) {
+         {std::pair("Restore", "/~exame.lst"), std::pair("Restore", "/~temp.rst"),
+          std::pair("Backup", "/~temp.bck")}) {
         const QString onde = m_banco.Caminho(pasta);
         if (!Disco::EPasta(onde))
             continue; // none, or a link to somebody else's
@@ -477,7 +482,8 @@ QString modBackup::ProblemaDoLivroRestaurado() const
         return {};
     } catch (const ErroBanco &) {
         Ponteiro::NormalSempre();
-        return "O arquivo que a cópia de segurança trouxe não é um livro de receitas, ou está danificado.\r\n\r\n" +
+        return "O arquivo que a cópia de segurança trouxe não é um livro de receitas, ou está "
+               "danificado.\r\n\r\n" +
                ComoVoltar(m_copiaGuardada);
     }
 }

@@ -183,7 +183,10 @@ void TesteBackupFalhas::morteNoMeioDaRestauracaoNuncaMistura()
         QVERIFY2(palavra == "velha" || palavra == "recem", qPrintable(palavra));
         ++(palavra == "velha" ? velhos : novos);
         QVERIFY(depois.avisos.textos.isEmpty());
-        QVERIFY(!QFile::exists(livro + "/Restore"));
+        QVERIFY2(!QFile::exists(livro + "/Restore"),
+                 qPrintable(QDir(livro + "/Restore")
+                                .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot)
+                                .join(' ')));
     }
     qInfo("a restore takes %llu us; %d times the old book, %d times the new one", duracao, velhos, novos);
 }
@@ -281,8 +284,9 @@ void TesteBackupFalhas::semEspacoParaGuardarOLivroNadaMuda()
 
     Cozinha cozinha(disco.Pasta());
     cozinha.NovaReceita("Bolo", "figura");
-    cozinha.banco.ExecutarSQL("Update Receitas set Modo = '" + QString("Bolo").repeated(500'000) + "'"); // all of it tail
-    disco.Encher(3'000'000); // room for the new book, not for a copy as well
+    cozinha.banco.ExecutarSQL("Update Receitas set Modo = '" + QString("Bolo").repeated(500'000) +
+                              "'"); // all of it tail
+    disco.Encher(3'000'000);        // room for the new book, not for a copy as well
     const auto antes = Retrato(disco.Pasta());
     cozinha.Restaurar(pasta.filePath("a.bck"));
     QCOMPARE(cozinha.avisos.textos, {kNadaAlterado});

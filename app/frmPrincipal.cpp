@@ -345,7 +345,10 @@ void frmPrincipal::PrimeiraAtivacao()
     QuandoLivre([this] {
         // The list says nothing when the book cannot be read; this does, once.
         Proteger(m_portas.avisos, [this] { m_banco.LerUmaVez(); });
-        m_lista->imgLstRcta_Click();
+        {
+            const Operacao partida(Operacao::Tipo::Partida);
+            m_lista->imgLstRcta_Click();
+        }
         AtualizarBotoes(nullptr);
         EvoluirLivro();
     });

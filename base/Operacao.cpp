@@ -43,8 +43,11 @@ bool despachoMarcado = false;
 /// The rule of the innermost operation that has one; what lets the user through does not count.
 Regra RegraAtual()
 {
+    // At the start the list opens unasked: who begins at once does not wait for it.
+    const bool partida = Operacao::EmAndamento(Operacao::Tipo::Partida);
     for (auto aberta = abertas.rbegin(); aberta != abertas.rend(); ++aberta)
-        if (const Regra regra = RegraDe(aberta->second); regra != Regra::Deixa)
+        if (const Regra regra = RegraDe(aberta->second);
+            regra != Regra::Deixa && !(partida && regra == Regra::Espera))
             return regra;
     return Regra::Deixa;
 }

@@ -12,7 +12,7 @@ deb=$(realpath "$1")
 tocador=$(realpath "${2:-build-pacote/roteiro}")
 raiz=$(mktemp -d -t raiz-XXXX)
 chmod 755 "$raiz"
-trap 'estado=$?; [[ $estado -eq 0 ]] || tail -n 20 "$raiz"/home/cozinheira/erros* "$raiz/root/instalar.log" >&2 2>/dev/null; desmontar_raiz "$raiz"' EXIT
+trap 'estado=$?; [[ $estado -eq 0 ]] || tail -n 20 "$raiz"/home/cozinheira/erros* "$raiz/srv/instalar.log" >&2 2>/dev/null; desmontar_raiz "$raiz"' EXIT
 
 exigir() {
     local texto=$1
@@ -26,9 +26,9 @@ exigir() {
 }
 
 criar_raiz "$raiz"
-cp "$deb" "$raiz/root/"
+cp "$deb" "$raiz/srv/"
 na_raiz "$raiz" apt-get update -qq
-na_raiz "$raiz" bash -c 'apt install -y ./cozinhario*.deb >instalar.log 2>&1'
+na_raiz "$raiz" bash -c 'apt install -y /srv/cozinhario*.deb >/srv/instalar.log 2>&1'
 exigir "apt installed it, with the PDF printer" \
     na_raiz "$raiz" dpkg-query -W -f '${Package} ${Version}\n' cozinhario printer-driver-cups-pdf
 exigir "the desktop knows it" na_raiz "$raiz" bash -c \
@@ -36,7 +36,7 @@ exigir "the desktop knows it" na_raiz "$raiz" bash -c \
 
 # What the trial itself needs: a display, the player's library, someone to read the book afterwards.
 na_raiz "$raiz" bash -c 'apt-get install -y -qq --no-install-recommends xvfb openbox libqt6test6 sqlite3 cups-client \
-    libglib2.0-bin poppler-utils file >>instalar.log 2>&1'
+    libglib2.0-bin poppler-utils file >>/srv/instalar.log 2>&1'
 mkdir -p "$raiz/opt/roteiro/generic"
 cp "$tocador"/generic/*.so "$raiz/opt/roteiro/generic/"
 na_raiz "$raiz" useradd --create-home --shell /bin/bash cozinheira
@@ -108,6 +108,6 @@ exigir "with the recipe in it" grep -q 'Arroz da prova' "$casa/recebida.eml"
 exigir "the backup is there" test -s "$casa/copia.bck"
 exigir "nothing beside the program but the program" na_raiz "$raiz" bash -c '[[ ! -e /usr/bin/dadosr.lst && ! -e /usr/bin/Fotos ]]'
 
-na_raiz "$raiz" bash -c 'apt-get remove -y -qq --purge cozinhario >>instalar.log 2>&1'
+na_raiz "$raiz" bash -c 'apt-get remove -y -qq --purge cozinhario >>/srv/instalar.log 2>&1'
 exigir "removed" na_raiz "$raiz" bash -c '[[ ! -e /usr/bin/cozinhario && ! -e /usr/share/cozinhario ]]'
 exigir "the book is still there, with all its recipes" iguais "$(linhas 'select count(*) from Receitas')" 60
